@@ -1,0 +1,157 @@
+// The board model: one struct that holds the whole puzzle, and the routines that set it up.
+//
+// Contract: a Board is owned by its user and passed to every routine; there is no global
+// board. Per-cell arrays are indexed (row, column) from -1 to 27 in both dimensions, the
+// node-pair array NodeLinks from 0 to 729 in both, and CellRow/CellCol from 0 to 729. An
+// index outside these ranges is a programming error: the accessors report it and abort.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tallyon {
+
+// Aborts with a message naming the array and the index. Never returns.
+[[noreturn]] void IndexFault(const char* what, int first, int second);
+
+// A square array of cells indexed (row, column), each from -1 to 27.
+template <typename T>
+class CellArray {
+public:
+    static constexpr int Lo = -1;
+    static constexpr int Hi = 27;
+    static constexpr int Side = Hi - Lo + 1;
+
+    T& operator()(int row, int col) { return cells_[Index(row, col)]; }
+    const T& operator()(int row, int col) const { return cells_[Index(row, col)]; }
+    void Fill(const T& value) { cells_.fill(value); }
+
+private:
+    static std::size_t Index(int row, int col)
+    {
+        if (row < Lo || row > Hi || col < Lo || col > Hi)
+            IndexFault("cell", row, col);
+        return static_cast<std::size_t>(row - Lo) * Side + static_cast<std::size_t>(col - Lo);
+    }
+    std::array<T, Side * Side> cells_{};
+};
+
+// A one-dimensional array indexed by cell number, 0 to 729.
+class CellNumberArray {
+public:
+    static constexpr int Hi = 729;
+    int& operator[](int k) { return values_[Index(k)]; }
+    int operator[](int k) const { return values_[Index(k)]; }
+    void Fill(int value) { values_.fill(value); }
+
+private:
+    static std::size_t Index(int k)
+    {
+        if (k < 0 || k > Hi)
+            IndexFault("cell number", k, 0);
+        return static_cast<std::size_t>(k);
+    }
+    std::array<int, Hi + 1> values_{};
+};
+
+// NodeLinks(a, b): indexed by two cell numbers, each 0 to 729. Kept on the heap (2 MB).
+class NodePairArray {
+public:
+    static constexpr int Hi = 729;
+    NodePairArray() : values_(static_cast<std::size_t>(Hi + 1) * (Hi + 1), 0) {}
+    int& operator()(int a, int b) { return values_[Index(a, b)]; }
+    int operator()(int a, int b) const { return values_[Index(a, b)]; }
+    void Fill(int value) { std::fill(values_.begin(), values_.end(), value); }
+
+private:
+    static std::size_t Index(int a, int b)
+    {
+        if (a < 0 || a > Hi || b < 0 || b > Hi)
+            IndexFault("node pair", a, b);
+        return static_cast<std::size_t>(a) * (Hi + 1) + static_cast<std::size_t>(b);
+    }
+    std::vector<int> values_;
+};
+
+// Values of CellState after a puzzle is built (during generation it holds the marks below).
+inline constexpr int kNoCell = -1;
+inline constexpr int kLinkCell = 0;
+inline constexpr int kNodeCell = 1;
+// Generation marks.
+inline constexpr int kPathNodeMark = 1;
+inline constexpr int kPathLinkMark = 3;
+inline constexpr int kDecoyMark = 4;
+inline constexpr int kCheckedMark = 5;
+
+// Start sides, as held in StartSide and in the path-direction setting.
+inline constexpr int kSideRandom = 0;
+inline constexpr int kSideLeft = 1;
+inline constexpr int kSideTop = 2;
+
+struct Board {
+    // Size.
+    int GridSize = 7;   // node intervals along one side, 4..10
+    int BoardSpan = 15; // 2 * GridSize + 1
+
+    // Drawing geometry, in the board picture's unit (twips); see LayoutBoard.
+    int CellBase = 0;
+    int CellPitch = 0;
+    int QuarterPitch = 0;
+    int HalfPitch = 0;
+    int BoardLeft = 0;
+    int BoardTop = 0;
+    double FontSize = 0.0; // points
+
+    // Per-cell arrays.
+    CellArray<int> NodeValue;
+    CellArray<int> CellState;
+    CellArray<int> PathLeft, PathRight, PathUp, PathDown;
+    CellArray<int> UserLeft, UserRight, UserUp, UserDown;
+    CellArray<std::string> CellMark;
+    CellArray<int> CellX, CellY;
+    CellArray<int> CellNo;
+    CellNumberArray CellRow, CellCol;
+    NodePairArray NodeLinks;
+
+    // The solution.
+    std::string PathList;           // cell numbers, each followed by ","
+    std::vector<std::string> List2; // the path in order, Start first
+    std::vector<std::string> List3; // scratch while the path is turned
+    std::array<int, 3> KeyNodes{};  // 0 Start, 1 Hint, 2 End (cell numbers)
+    int StartNode = 0;
+    int EndNode = 0;
+    int StartSide = kSideLeft;
+};
+
+// Computes the drawing geometry from GridSize and the board picture's width (twips):
+// CellBase = 134 - 11 * (GridSize - 6), CellPitch = 4 * CellBase, QuarterPitch and HalfPitch
+// rounded half to even, BoardLeft = BoardTop = (width - (BoardSpan - 1) * CellPitch) / 2
+// rounded, FontSize = 12 - 0.6 * (GridSize - 5). Sets BoardSpan from GridSize.
+void LayoutBoard(Board& board, int pictureWidth);
+
+// Brings the board to its empty state for the current GridSize: clears every per-cell array
+// over -1..27 (CellX, CellY to -1; user and path flags to 0), clears NodeLinks, sets
+// BoardSpan, lays out the geometry and numbers the cells row by row. The caller stops its
+// periodic check timer itself.
+void ResetBoard(Board& board, int pictureWidth);
+
+// 0 outside 1..BoardSpan; otherwise the 1-based position of "<CellNo>," in PathList, or 0.
+// A plain substring search: "3," is found inside "13,". Kept on purpose.
+int IsOnPath(const Board& board, int row, int col);
+
+// Wraps a grid size into 4..10: above 10 gives 4, below 4 gives 10.
+int WrapGridSize(int size);
+
+// True for node cells (odd row, odd column).
+inline bool IsNode(int row, int col) { return (row & 1) && (col & 1); }
+// True for link cells (exactly one coordinate even).
+inline bool IsLinkCell(int row, int col) { return ((row & 1) != 0) != ((col & 1) != 0); }
+
+// Rounds to the nearest integer, an exact half going to the even neighbour.
+int RoundHalfEven(double value);
+
+} // namespace tallyon

@@ -1,0 +1,67 @@
+// The puzzle generator: the path, its digits, the decoys, and the stage sequence.
+//
+// Every routine works on the Board it is given. Trace arguments are developer aids: with 1
+// they describe each step through ShowTrace (random.h); the game always passes 0.
+#pragma once
+
+#include "core/board.h"
+
+#include <string>
+
+namespace tallyon {
+
+struct Step {
+    int row = 0;
+    int col = 0;
+    std::string direction; // "R", "L", "U", "D", or "" when no step is proposed
+};
+
+// Proposes one step from a node; thresholds R > 75, L > 50, U > 25, then D.
+// When no rule applies the given position is returned with an empty direction.
+Step ChooseStep(const Board& board, int row, int col);
+
+// Lays a node path from the left edge to the right edge (always turning).
+void LayPath(Board& board);
+
+// The letters of the solution's links at a node in the order U, D, R, L; "X" outside.
+std::string PathLinks(const Board& board, int row, int col);
+
+// Rewrites PathList with the link cells between the nodes and marks CellState 1 / 3.
+void ExpandPath(Board& board);
+
+// Turns the finished puzzle a quarter turn clockwise so that the path starts at the top.
+void TurnPath(Board& board);
+
+// Puts digits on the path so that every path link is valid.
+void NumberPath(Board& board, int trace = 0);
+
+// Fills the empty members of the triple A (node), B (link cell), C (node) so it is valid.
+void CompleteTriple(Board& board, int rowA, int colA, int rowB, int colB, int rowC, int colC);
+
+// Fills the empty members of a triple and gives its link cell a digit that makes it invalid.
+// Digits of path cells are never changed.
+void DecoyTriple(Board& board, int rowA, int colA, int rowB, int colB, int rowC, int colC);
+
+// The three decoy stages, always in this order.
+void SpreadDecoys(Board& board);
+void FillDecoys(Board& board, int trace = 0);
+void CheckDecoys(Board& board);
+
+struct BuildStats {
+    int Rounds = 0;        // LayPath rounds used
+    bool BoundHit = false; // the path never reached its length within the round bound
+};
+
+// The most LayPath rounds a puzzle may use before the longest path found is taken.
+inline constexpr int kMaxPathRounds = 5000;
+
+// Builds a whole puzzle for board.GridSize: resets the board (geometry for pictureWidth),
+// lays the path, numbers it, fills the decoys, fills List2, resolves the start side from
+// startSideTag (0 Random, 1 Left, 2 Top, 3 and 4 as Left), turns it for Top, picks the
+// key nodes and prepares CellState for play.
+BuildStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int trace = 0);
+
+// "6x6" for 6.
+std::string GridSizeText(int n);
+
+} // namespace tallyon

@@ -1,0 +1,89 @@
+// The canvas on a QPainter: the screen, the printer and the clipboard picture.
+#include "platform/qpainter_canvas.h"
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <cmath>
+
+namespace tallyon {
+namespace {
+
+QColor ToQColor(Colour c) { return QColor(RedOf(c), GreenOf(c), BlueOf(c)); }
+
+QFont ToQFont(const FontSpec& spec)
+{
+    QFont font(QString::fromStdString(spec.family));
+    font.setPointSizeF(spec.points > 0 ? spec.points : 1.0);
+    font.setBold(spec.bold);
+    return font;
+}
+
+} // namespace
+
+QPainterCanvas::QPainterCanvas(QPainter& painter, double dpi, double penUnit)
+    : painter_(painter), scale_(dpi / kTwipsPerInch), penUnit_(penUnit)
+{
+    painter_.setRenderHint(QPainter::Antialiasing, true);
+    painter_.setRenderHint(QPainter::TextAntialiasing, true);
+}
+
+double QPainterCanvas::ToDevice(int twips) const { return twips * scale_; }
+
+void QPainterCanvas::Clear(Colour background)
+{
+    const QRect all = painter_.window();
+    painter_.fillRect(all, ToQColor(background));
+}
+
+void QPainterCanvas::Line(int x1, int y1, int x2, int y2, Colour colour, int penWidth)
+{
+    QPen pen(ToQColor(colour), std::max(1, penWidth) * penUnit_, Qt::SolidLine, Qt::RoundCap);
+    painter_.setPen(pen);
+    painter_.drawLine(QPointF(ToDevice(x1), ToDevice(y1)), QPointF(ToDevice(x2), ToDevice(y2)));
+}
+
+void QPainterCanvas::Box(int x1, int y1, int x2, int y2, Colour colour, int penWidth)
+{
+    QPen pen(ToQColor(colour), std::max(1, penWidth) * penUnit_, Qt::SolidLine, Qt::SquareCap,
+             Qt::MiterJoin);
+    painter_.setPen(pen);
+    painter_.setBrush(Qt::NoBrush);
+    painter_.drawRect(QRectF(QPointF(ToDevice(x1), ToDevice(y1)), QPointF(ToDevice(x2), ToDevice(y2))));
+}
+
+void QPainterCanvas::FilledBox(int x1, int y1, int x2, int y2, Colour fill)
+{
+    painter_.fillRect(QRectF(QPointF(ToDevice(x1), ToDevice(y1)), QPointF(ToDevice(x2), ToDevice(y2))),
+                      ToQColor(fill));
+}
+
+void QPainterCanvas::Circle(int cx, int cy, int radius, Colour outline, int penWidth,
+                            std::optional<Colour> fill)
+{
+    painter_.setPen(QPen(ToQColor(outline), std::max(1, penWidth) * penUnit_));
+    painter_.setBrush(fill ? QBrush(ToQColor(*fill)) : QBrush(Qt::NoBrush));
+    const double r = ToDevice(radius);
+    painter_.drawEllipse(QPointF(ToDevice(cx), ToDevice(cy)), r, r);
+    painter_.setBrush(Qt::NoBrush);
+}
+
+void QPainterCanvas::Text(int x, int y, const std::string& text, const FontSpec& font, Colour colour)
+{
+    const QFont qfont = ToQFont(font);
+    painter_.setFont(qfont);
+    painter_.setPen(ToQColor(colour));
+    const QFontMetricsF metrics(qfont, painter_.device());
+    painter_.drawText(QPointF(ToDevice(x), ToDevice(y) + metrics.ascent()), QString::fromStdString(text));
+}
+
+TextSize QPainterCanvas::MeasureText(const std::string& text, const FontSpec& font)
+{
+    const QFontMetricsF metrics(ToQFont(font), painter_.device());
+    const QSizeF size = metrics.size(0, QString::fromStdString(text));
+    return {static_cast<int>(std::lround(size.width() / scale_)),
+            static_cast<int>(std::lround(size.height() / scale_))};
+}
+
+} // namespace tallyon

@@ -1,0 +1,47 @@
+// The program-wide settings and the active colour scheme's table, shared by every window.
+//
+// One AppState is owned by main() and handed to the windows by reference; nothing here is
+// global.
+#pragma once
+
+#include "platform/colour.h"
+
+#include <QString>
+
+#include <array>
+
+namespace tallyon {
+
+// The settings kept in tallyon.cfg, with their values before the file is read.
+struct Settings {
+    int GridSize = 0;
+    int NodeShape = 0;          // 1 Rectangle, 2 Circle
+    int GridLineWidth = 0;
+    Colour ShapeColour = 0;
+    Colour GridColour = fixed::DarkText;
+    Colour FontColour = fixed::DarkText;
+    int PathDirection = 0;      // 0 Random, 1 Left toRight, 2 Top to Bottom, 3, 4
+    Colour UserLineColour = 0;
+    int PrintLineWidth = 0;
+    QString SchemeFile;
+};
+
+// The values a fresh install starts with (written when tallyon.cfg cannot be read).
+Settings FreshInstallSettings();
+
+// Entries of the scheme table: 2 backgrounds, 3 menu bar, 4 controls, 5 about window.
+using SchemeTable = std::array<Colour, 14>;
+inline constexpr int kSchemeBackground = 2;
+inline constexpr int kSchemeMenuBar = 3;
+inline constexpr int kSchemeControl = 4;
+inline constexpr int kSchemeAbout = 5;
+
+struct AppState {
+    QString AppDir;                 // the executable's directory, ending in "/"
+    Settings settings;
+    SchemeTable SchemeColours{};
+    int ControlColourIndex = kSchemeControl;
+    QString PreviewSchemesFile;     // bare "all.col", opened relative to the current directory
+};
+
+} // namespace tallyon

@@ -1,0 +1,27 @@
+// The program's message box: ShowMessage(message, style) -> result code (6 = Yes).
+//
+// The style is keywords joined by "+" ("vbyesno+vbquestion"), case-insensitive. The box is
+// created on first use and kept; its Result survives between calls.
+#pragma once
+
+#include "platform/colour.h"
+
+#include <QString>
+
+#include <functional>
+
+namespace tallyon {
+
+class MsgForm;
+
+// Shows the message box modally and returns the chosen button's result code.
+int ShowMessage(const QString& message, const QString& style);
+
+// The one message box, created on first use.
+MsgForm& MessageForm();
+
+// Test seam: when set, ShowMessage calls it instead of showing the box and returns its value.
+using MessageInterceptor = std::function<int(const QString& message, const QString& style)>;
+void SetMessageInterceptor(MessageInterceptor interceptor);
+
+} // namespace tallyon
