@@ -1,0 +1,126 @@
+// Form1, the main window: the board, the play controls, the menu, start-up and exit.
+//
+// Contract: Form1 owns the Board and the PlayState and implements PlayHost for the play
+// routines. Start() runs the start-up sequence (reading tallyon.cfg, loading the scheme, the
+// empty board); it ends the program through FailMissingSchemes when all.col is missing. Only
+// File > Exit saves the settings; closing the window any other way ends the program unsaved.
+#pragma once
+
+#include "core/board.h"
+#include "play/play_host.h"
+#include "shell/settings.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+class QAction;
+class QFrame;
+class QLabel;
+class QMenu;
+class QPushButton;
+
+namespace tallyon {
+
+class AboutForm;
+class BoxControl;
+class ClickLabel;
+class Form4;
+class Form6;
+class PictureBox;
+
+class Form1 : public QMainWindow, public PlayHost {
+    Q_OBJECT
+public:
+    explicit Form1(AppState& state, QWidget* parent = nullptr);
+    ~Form1() override;
+
+    // The start-up sequence; no puzzle is made.
+    void Start();
+    // Re-applies the colour scheme to this window's controls.
+    void ApplyScheme();
+    // The File > Exit command: asks "Exit?", and on Yes saves and closes every window.
+    void ExitCommand();
+
+    Board& board() { return board_; }
+    PlayState& playState() { return play_; }
+    Form6* OptionsForm() const { return form6_; }
+
+    // PlayHost.
+    void SetStatus(const std::string& text) override;
+    std::string Status() const override;
+    void SetHoverCaptions(const std::string& row, const std::string& column) override;
+    void SetIndicator(Colour colour) override;
+    void SetCheckTimer(bool enabled) override;
+    bool CheckTimerEnabled() const override;
+    void ShowErrorMarker(int left, int top, int size) override;
+    void HideErrorMarker() override;
+    void SetBusy(bool busy) override;
+    void SetBoardEnabled(bool enabled) override;
+    LabelText GridSizeLabel() const override;
+    void SetGridSizeLabel(const LabelText& label) override;
+    LabelText StartSideLabel() const override;
+    void SetStartSideLabel(const LabelText& label) override;
+    int Ask(const std::string& message, const std::string& style) override;
+    int PictureWidth() const override;
+    std::unique_ptr<Canvas> OpenBoardCanvas() override;
+    DrawStyle Style() const override;
+    void ApplyLayoutAndColours() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void BuildControls();
+    void BuildMenu();
+    void ConnectControls();
+    void LayoutControls();
+    BoxControl* MakeButton(const char* name, const QString& caption, const QString& tip);
+    QLabel* MakeLabel(const char* name, const QString& caption);
+    void ShowOptions();
+    void PrintCommand();
+    void CopyCommand(int mode);
+    void ShowHelp();
+    void ShowAbout();
+    void CloseOtherWindows();
+
+    AppState& state_;
+    Board board_;
+    PlayState play_;
+    bool exiting_ = false;
+
+    PictureBox* Picture1 = nullptr;
+    PictureBox* Picture4 = nullptr;
+    QFrame* errorMarker = nullptr;
+    BoxControl* cmdnew = nullptr;
+    BoxControl* cmdverify = nullptr;
+    BoxControl* cmdshowsol = nullptr;
+    BoxControl* undoman = nullptr;
+    BoxControl* cmdhelp = nullptr;
+    QLabel* Label1 = nullptr;
+    QLabel* Label2 = nullptr;
+    QLabel* Label3 = nullptr;
+    ClickLabel* Label4 = nullptr;
+    QLabel* Label5 = nullptr;
+    ClickLabel* Label6 = nullptr;
+    QLabel* Label7 = nullptr;
+    QLabel* Label8 = nullptr;
+    QPushButton* Command2 = nullptr;
+    QTimer Timer1;
+    QTimer Timer2;
+
+    QMenu* mnuzerosum = nullptr;
+    QAction* mnuopts = nullptr;
+    QAction* mnuprint = nullptr;
+    QMenu* mnucopy = nullptr;
+    QAction* mnuclippuz = nullptr;
+    QAction* mnuclipsol = nullptr;
+    QAction* can1 = nullptr;
+    QAction* mnuhelp = nullptr;
+    QAction* mnuabout = nullptr;
+    QAction* cmdexit = nullptr;
+
+    Form4* form4_ = nullptr;
+    Form6* form6_ = nullptr;
+};
+
+} // namespace tallyon

@@ -1,0 +1,257 @@
+// Form1's menu commands, exit sequence, colour scheme and its side of the play routines.
+#include "shell/form1.h"
+
+#include "output/clipboard_picture.h"
+#include "output/print_job.h"
+#include "play/draw.h"
+#include "shell/about_form.h"
+#include "shell/config_file.h"
+#include "shell/help_form.h"
+#include "shell/options_form.h"
+#include "shell/picture_box.h"
+#include "shell/scheme_paint.h"
+#include "shell/schemes.h"
+#include "shell/window_paint.h"
+#include "ui/box_control.h"
+#include "ui/message_box.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFrame>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
+
+#include <cmath>
+
+namespace tallyon {
+
+// ---- Menu commands ---------------------------------------------------------------------
+
+void Form1::ShowOptions()
+{
+    form6_->exec();
+    QCoreApplication::processEvents();
+}
+
+namespace {
+
+OutputOptions OutputOptionsFor(const Settings& settings, const QWidget* picture)
+{
+    OutputOptions options;
+    options.NodeShape = settings.NodeShape;
+    options.GridLineWidth = settings.GridLineWidth;
+    options.PrintLineWidth = settings.PrintLineWidth;
+    options.fontName = picture->font().family();
+    options.fontBold = picture->font().bold();
+    options.pictureWidth = picture->width() * kTwipsPerPixel;
+    options.pictureHeight = picture->height() * kTwipsPerPixel;
+    options.devicePixelRatio = picture->devicePixelRatioF();
+    return options;
+}
+
+} // namespace
+
+void Form1::PrintCommand()
+{
+    PrintPuzzleAndSolution(board_, OutputOptionsFor(state_.settings, Picture1), state_.AppDir);
+}
+
+void Form1::CopyCommand(int mode)
+{
+    if (board_.List2.empty()) // the board's node list is empty until a puzzle exists
+        return;
+    CopyBoardPicture(board_, mode, OutputOptionsFor(state_.settings, Picture1));
+}
+
+void Form1::ShowHelp()
+{
+    if (!form4_)
+        form4_ = new Form4(state_, nullptr);
+    form4_->Navigate(state_.AppDir + "tallyon.htm");
+    form4_->show();
+    form4_->raise();
+}
+
+void Form1::ShowAbout()
+{
+    AboutForm about(state_, this);
+    about.exec();
+    QCoreApplication::processEvents();
+}
+
+// ---- Exit ------------------------------------------------------------------------------
+
+void Form1::ExitCommand()
+{
+    const int answer = ShowMessage("Exit?", "vbYesNo+vbquestion");
+    QCoreApplication::processEvents();
+    if (answer != 6)
+        return;
+    WriteConfig(state_, static_cast<int>(std::lround(Label4->Tag.toDouble())));
+    CloseOtherWindows();
+    exiting_ = true;
+    close();
+}
+
+void Form1::CloseOtherWindows()
+{
+    // Close the other open windows one by one; give up after 20 steps without progress.
+    for (int steps = 0; steps <= 20; ++steps) {
+        QWidget* other = nullptr;
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window != this && window->isVisible()) {
+                other = window;
+                break;
+            }
+        if (!other)
+            return;
+        other->close();
+        other->hide();
+    }
+}
+
+void Form1::closeEvent(QCloseEvent* event)
+{
+    // Any way of closing the main window ends the program; only Exit has saved the settings.
+    Timer2.stop();
+    event->accept();
+    if (form4_)
+        form4_->close();
+    QCoreApplication::quit();
+}
+
+// ---- Colour scheme ---------------------------------------------------------------------
+
+void Form1::ApplyScheme()
+{
+    using namespace windowpaint;
+    state_.ControlColourIndex = kSchemeControl;
+    const SchemeTable& colours = state_.SchemeColours;
+    const Colour background = colours[kSchemeBackground];
+    const Colour control = colours[state_.ControlColourIndex];
+
+    SetBackground(this, background);
+    SetBackground(centralWidget(), background);
+    Picture1->SetBackColour(background);
+    Picture4->SetBackColour(background);
+    SetBackground(Picture4, background);
+    Picture4->OpenCanvas()->Clear(background);
+    ApplySchemeToMessageBox(state_);
+    if (SchemeColoursMenu(state_.settings.SchemeFile))
+        SetMenuColour(menuBar(), colours[kSchemeMenuBar]);
+
+    for (QLabel* label : {Label1, Label2, Label5, Label7, Label8}) {
+        SetBackground(label, background);
+        SetTextColour(label, fixed::DarkText);
+    }
+    for (QLabel* label : {Label3, static_cast<QLabel*>(Label4), static_cast<QLabel*>(Label6)}) {
+        SetBackground(label, control);
+        SetTextColour(label, fixed::DarkText);
+    }
+    for (BoxControl* button : {cmdnew, cmdshowsol, cmdhelp, cmdverify, undoman}) {
+        button->SetBackColor(control);
+        button->update();
+    }
+}
+
+// ---- PlayHost --------------------------------------------------------------------------
+
+void Form1::SetStatus(const std::string& text) { Label7->setText(QString::fromStdString(text)); }
+
+std::string Form1::Status() const { return Label7->text().toStdString(); }
+
+void Form1::SetHoverCaptions(const std::string& row, const std::string& column)
+{
+    Label1->setText(QString::fromStdString(row));
+    Label2->setText(QString::fromStdString(column));
+}
+
+void Form1::SetIndicator(Colour colour) { windowpaint::SetBackground(Label8, colour); }
+
+void Form1::SetCheckTimer(bool enabled)
+{
+    if (!enabled)
+        Timer2.stop();
+    else if (!Timer2.isActive())
+        Timer2.start();
+}
+
+bool Form1::CheckTimerEnabled() const { return Timer2.isActive(); }
+
+void Form1::ShowErrorMarker(int left, int top, int size)
+{
+    const int px = kTwipsPerPixel;
+    errorMarker->setGeometry(left / px, top / px, std::max(4, size / px), std::max(4, size / px));
+    errorMarker->show();
+    errorMarker->raise();
+}
+
+void Form1::HideErrorMarker() { errorMarker->hide(); }
+
+void Form1::SetBusy(bool busy)
+{
+    if (busy)
+        QApplication::setOverrideCursor(Qt::BusyCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+void Form1::SetBoardEnabled(bool enabled)
+{
+    Picture1->setEnabled(enabled);
+    Picture4->setEnabled(enabled);
+}
+
+LabelText Form1::GridSizeLabel() const
+{
+    return {Label4->text().toStdString(), Label4->Tag.toStdString()};
+}
+
+void Form1::SetGridSizeLabel(const LabelText& label)
+{
+    Label4->setText(QString::fromStdString(label.caption));
+    Label4->Tag = QString::fromStdString(label.tag);
+}
+
+LabelText Form1::StartSideLabel() const
+{
+    return {Label6->text().toStdString(), Label6->Tag.toStdString()};
+}
+
+void Form1::SetStartSideLabel(const LabelText& label)
+{
+    Label6->setText(QString::fromStdString(label.caption));
+    Label6->Tag = QString::fromStdString(label.tag);
+}
+
+int Form1::Ask(const std::string& message, const std::string& style)
+{
+    return ShowMessage(QString::fromStdString(message), QString::fromStdString(style));
+}
+
+int Form1::PictureWidth() const { return Picture1->WidthTwips(); }
+
+std::unique_ptr<Canvas> Form1::OpenBoardCanvas() { return Picture1->OpenCanvas(); }
+
+DrawStyle Form1::Style() const
+{
+    const Settings& s = state_.settings;
+    DrawStyle style;
+    style.GridColour = s.GridColour;
+    style.ShapeColour = s.ShapeColour;
+    style.FontColour = s.FontColour;
+    style.UserLineColour = s.UserLineColour;
+    style.Background = state_.SchemeColours[kSchemeBackground];
+    style.GridLineWidth = std::max(1, s.GridLineWidth);
+    style.NodeShape = s.NodeShape;
+    return style;
+}
+
+void Form1::ApplyLayoutAndColours()
+{
+    LayoutControls();
+    ApplyScheme();
+}
+
+} // namespace tallyon

@@ -1,0 +1,102 @@
+// The board picture with its backing image, and the clickable labels of the main window.
+#include "shell/picture_box.h"
+
+#include "platform/qpainter_canvas.h"
+#include "ui/box_control.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace tallyon {
+namespace {
+
+// Owns the painter before the canvas that uses it is built.
+struct PainterHolder {
+    explicit PainterHolder(QImage& image) : painter(&image) {}
+    QPainter painter;
+};
+
+// A canvas on a picture box's image; the box repaints when the canvas goes.
+class PictureCanvas : private PainterHolder, public QPainterCanvas {
+public:
+    PictureCanvas(QImage& image, QWidget* box)
+        : PainterHolder(image), QPainterCanvas(painter, 96.0, 1.0), box_(box)
+    {
+    }
+    ~PictureCanvas() override
+    {
+        painter.end();
+        box_->update();
+    }
+
+private:
+    QWidget* box_;
+};
+
+float ToTwips(double pixels) { return static_cast<float>(pixels * kTwipsPerPixel); }
+
+} // namespace
+
+PictureBox::PictureBox(QWidget* parent) : QWidget(parent)
+{
+    setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void PictureBox::EnsureImage()
+{
+    const qreal ratio = devicePixelRatioF();
+    const QSize wanted = size() * ratio;
+    if (image_.size() == wanted && qFuzzyCompare(image_.devicePixelRatioF(), ratio))
+        return;
+    QImage fresh(wanted, QImage::Format_RGB32);
+    fresh.setDevicePixelRatio(ratio);
+    fresh.fill(QColor(RedOf(back_), GreenOf(back_), BlueOf(back_)));
+    if (!image_.isNull()) {
+        QPainter copy(&fresh);
+        copy.drawImage(QPointF(0, 0), image_);
+    }
+    image_ = fresh;
+}
+
+std::unique_ptr<Canvas> PictureBox::OpenCanvas()
+{
+    EnsureImage();
+    return std::make_unique<PictureCanvas>(image_, this);
+}
+
+void PictureBox::SetBackColour(Colour colour)
+{
+    back_ = colour;
+}
+
+void PictureBox::paintEvent(QPaintEvent*)
+{
+    EnsureImage();
+    QPainter painter(this);
+    painter.drawImage(QPointF(0, 0), image_);
+}
+
+void PictureBox::resizeEvent(QResizeEvent*)
+{
+    EnsureImage();
+}
+
+void PictureBox::mouseMoveEvent(QMouseEvent* event)
+{
+    emit MouseMove(MouseButtonsCode(event->buttons()), ShiftCode(event->modifiers()),
+                   ToTwips(event->position().x()), ToTwips(event->position().y()));
+}
+
+void PictureBox::mouseReleaseEvent(QMouseEvent* event)
+{
+    emit MouseUp(MouseButtonCode(event->button()), ShiftCode(event->modifiers()),
+                 ToTwips(event->position().x()), ToTwips(event->position().y()));
+}
+
+void ClickLabel::mouseReleaseEvent(QMouseEvent* event)
+{
+    emit MouseUp(MouseButtonCode(event->button()));
+}
+
+} // namespace tallyon

@@ -1,0 +1,63 @@
+// The board picture: a widget that keeps what is drawn on it in a backing image, and the
+// clickable labels of the main window.
+//
+// Contract: drawing goes through OpenCanvas(); the widget shows the image when the canvas is
+// destroyed. Mouse events are passed on with button codes 1 left, 2 right, 4 middle, the shift
+// state, and the position in twips.
+#pragma once
+
+#include "platform/canvas.h"
+#include "platform/colour.h"
+
+#include <QImage>
+#include <QLabel>
+#include <QWidget>
+
+#include <memory>
+
+namespace tallyon {
+
+class PictureBox : public QWidget {
+    Q_OBJECT
+public:
+    explicit PictureBox(QWidget* parent = nullptr);
+
+    // A canvas on the backing image (twips, 15 per logical pixel).
+    std::unique_ptr<Canvas> OpenCanvas();
+    // The backing image as it stands.
+    const QImage& Image() const { return image_; }
+    void SetBackColour(Colour colour);
+    Colour BackColour() const { return back_; }
+    int WidthTwips() const { return width() * kTwipsPerPixel; }
+
+signals:
+    void MouseMove(int button, int shift, float x, float y);
+    void MouseUp(int button, int shift, float x, float y);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    void EnsureImage();
+    QImage image_;
+    Colour back_ = fixed::White;
+};
+
+// A label with a tag and a release event, as the grid-size and start-side labels need.
+class ClickLabel : public QLabel {
+    Q_OBJECT
+public:
+    explicit ClickLabel(QWidget* parent = nullptr) : QLabel(parent) {}
+    QString Tag;
+
+signals:
+    void MouseUp(int button);
+
+protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
+};
+
+} // namespace tallyon

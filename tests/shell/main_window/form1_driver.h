@@ -1,0 +1,171 @@
+// A main window in a fresh program directory, driven with the mouse as a player drives it.
+#pragma once
+
+#include "core/board.h"
+#include "core/link_rule.h"
+#include "play/verify.h"
+#include "shell/form1.h"
+#include "shell/picture_box.h"
+#include "ui/box_control.h"
+#include "ui/message_box.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <utility>
+
+namespace tallyon::testing {
+
+// Answers every message box with `next` and records what was asked.
+struct Answers {
+    Answers()
+    {
+        SetMessageInterceptor([this](const QString& message, const QString& style) {
+            calls.append({message, style});
+            return next;
+        });
+    }
+    ~Answers() { SetMessageInterceptor(nullptr); }
+    QList<QPair<QString, QString>> calls;
+    int next = 6;
+};
+
+inline QByteArray ConfigFor(const QString& scheme)
+{
+    return QByteArray(" 7  2  1  0  0  16777215  0  128  6\r\n") + scheme.toUtf8() + "\r\n";
+}
+
+struct Form1Fixture {
+    explicit Form1Fixture(const QString& scheme = "xp.col") : window(state)
+    {
+        const QString root = dir.path() + "/";
+        QFile::copy(QStringLiteral(TALLYON_DATA_DIR) + "/all.col", root + "all.col");
+        QFile cfg(root + "tallyon.cfg");
+        cfg.open(QIODevice::WriteOnly);
+        cfg.write(ConfigFor(scheme));
+        cfg.close();
+        initialConfig = ConfigText();
+        state.AppDir = root;
+        window.Start();
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+    }
+
+    QLabel* label(const char* name) { return window.findChild<QLabel*>(name); }
+    PictureBox* picture() { return window.findChild<PictureBox*>("Picture1"); }
+
+    QString ConfigText()
+    {
+        QFile file(dir.path() + "/tallyon.cfg");
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    }
+
+    void Press(const char* button, Qt::MouseButton which = Qt::LeftButton)
+    {
+        QTest::mousePress(window.findChild<BoxControl*>(button), which);
+    }
+    void Release(const char* button, Qt::MouseButton which)
+    {
+        BoxControl* box = window.findChild<BoxControl*>(button);
+        QTest::mousePress(box, which);
+        QTest::mouseRelease(box, which);
+    }
+    void PressVerify() { Press("cmdverify"); }
+    void ReleaseVerify() { QTest::mouseRelease(window.findChild<BoxControl*>("cmdverify"), Qt::LeftButton); }
+    void NewPuzzle(Qt::MouseButton which = Qt::LeftButton) { Release("cmdnew", which); }
+
+    void ClickLabel(const char* name, Qt::MouseButton which)
+    {
+        QTest::mouseClick(label(name), which);
+    }
+    void SetStartSide(int side)
+    {
+        for (int i = 0; i < 3 && window.StartSideLabel().tag != std::to_string(side); ++i)
+            ClickLabel("Label6", Qt::LeftButton);
+    }
+    void SetGridSize(int size)
+    {
+        for (int i = 0; i < 7 && window.GridSizeLabel().tag != std::to_string(size); ++i)
+            ClickLabel("Label4", Qt::LeftButton);
+    }
+
+    // Sends a pointer move and a button release over the cell's drawing position.
+    void ClickCell(int row, int col, Qt::MouseButton which)
+    {
+        const Board& b = window.board();
+        const QPointF at(b.CellX(row, col) / 15.0, b.CellY(row, col) / 15.0);
+        PictureBox* box = picture();
+        QMouseEvent move(QEvent::MouseMove, at, box->mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(box, &move);
+        QMouseEvent release(QEvent::MouseButtonRelease, at, box->mapToGlobal(at), which,
+                            Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(box, &release);
+    }
+
+    std::pair<int, int> PathLinkCell(size_t index)
+    {
+        const Board& b = window.board();
+        const int k = std::stoi(b.List2.at(index));
+        return {b.CellRow[k], b.CellCol[k]};
+    }
+
+    // Links the path's first cells, up to List2 index `count`.
+    void LinkPath(size_t count)
+    {
+        for (size_t k = 1; k < count && k < window.board().List2.size(); k += 2) {
+            const auto [row, col] = PathLinkCell(k);
+            ClickCell(row, col, Qt::LeftButton);
+        }
+    }
+
+    // A link cell whose triple breaks the link rule.
+    std::pair<int, int> FindInvalidLinkCell()
+    {
+        const Board& b = window.board();
+        for (int r = 1; r <= b.BoardSpan; ++r)
+            for (int c = 1; c <= b.BoardSpan; ++c) {
+                if (!IsLinkCell(r, c))
+                    continue;
+                const bool across = (r % 2) == 1;
+                const int a = across ? b.NodeValue(r, c - 1) : b.NodeValue(r - 1, c);
+                const int z = across ? b.NodeValue(r, c + 1) : b.NodeValue(r + 1, c);
+                if (!IsValidTriple(a, b.NodeValue(r, c), z))
+                    return {r, c};
+            }
+        return {0, 0};
+    }
+
+    int TotalDegree()
+    {
+        const Board& b = window.board();
+        int sum = 0;
+        for (int r = 1; r <= b.BoardSpan; r += 2)
+            for (int c = 1; c <= b.BoardSpan; c += 2)
+                sum += NodeDegree(b, r, c);
+        return sum;
+    }
+
+    QColor IndicatorColour() { return label("Label8")->palette().color(QPalette::Window); }
+    // Waits for the periodic check's next tick.
+    void Tick() { QTest::qWait(2150); }
+    QImage BoardImage() { return picture()->Image(); }
+    void Shot(const QString& name)
+    {
+        QDir().mkpath(TALLYON_SCREENSHOT_DIR);
+        window.grab().save(QString(TALLYON_SCREENSHOT_DIR) + "/" + name + ".png");
+    }
+
+    Answers answers;
+    QTemporaryDir dir;
+    AppState state;
+    Form1 window;
+    QString initialConfig;
+};
+
+} // namespace tallyon::testing

@@ -1,0 +1,244 @@
+// Drives the real main window with the mouse, as a player would: puzzles, links, verify, undo,
+// the solution, the small controls and the exit.
+#include "form1_driver.h"
+
+#include "play/verify.h"
+#include "shell/config_file.h"
+
+#include <QLabel>
+#include <QTest>
+
+using namespace tallyon;
+using namespace tallyon::testing;
+
+class Form1Test : public QObject {
+    Q_OBJECT
+
+private slots:
+    void startUpShowsEmptyBoardAndPrompt();
+    void exactPathOfLeftPuzzleIsSolved();
+    void wrongLinkShowsIncorrectMathWithMarker();
+    void loopAndOverusedNode();
+    void undoAndResetSequences();
+    void gridSizeAndStartSideLabelsCycle();
+    void solutionShowsOnlyWhileHeld();
+    void exitAskedNoThenYesSavesSettings();
+    void closeBoxLeavesConfigUnchanged();
+    void boardsOfEverySizeAndSchemeLookRight();
+};
+
+void Form1Test::startUpShowsEmptyBoardAndPrompt()
+{
+    Form1Fixture f;
+    QCOMPARE(f.label("Label7")->text(), QString("Click Create New Puzzle to create a new puzzle"));
+    QCOMPARE(f.label("Label4")->text(), QString("7x7"));
+    QCOMPARE(f.window.windowTitle(), QString("Tallyon"));
+    QVERIFY(f.window.board().List2.empty());
+    QVERIFY(f.answers.calls.isEmpty()); // tallyon.cfg was present: no message
+    f.Shot("form1-startup");
+}
+
+void Form1Test::exactPathOfLeftPuzzleIsSolved()
+{
+    Form1Fixture f;
+    f.SetStartSide(1);
+    f.NewPuzzle();
+    QCOMPARE(f.label("Label7")->text(), QString("Puzzle Created"));
+    const Board& b = f.window.board();
+    QCOMPARE(b.StartSide, 1);
+    f.LinkPath(b.List2.size());
+    f.PressVerify();
+    QCOMPARE(f.label("Label7")->text(), QString("All Done !"));
+    f.ReleaseVerify();
+    QCOMPARE(f.label("Label7")->text(), QString());
+    f.Tick();
+    QCOMPARE(f.IndicatorColour(), QColor(240, 0, 0)); // a solved board shows red
+    f.Shot("form1-solved-left");
+}
+
+void Form1Test::wrongLinkShowsIncorrectMathWithMarker()
+{
+    Form1Fixture f;
+    f.SetStartSide(1);
+    f.NewPuzzle();
+    const auto [row, col] = f.FindInvalidLinkCell();
+    QVERIFY(row > 0);
+    f.ClickCell(row, col, Qt::LeftButton);
+    f.PressVerify();
+    QCOMPARE(f.label("Label7")->text(), QString("Incorrect Math"));
+    QWidget* marker = f.window.findChild<QWidget*>("errorMarker");
+    QVERIFY(marker->isVisible());
+    const Board& b = f.window.board();
+    const QPoint centre = marker->geometry().center();
+    QVERIFY(qAbs(centre.x() - b.CellX(row, col) / 15) <= 2);
+    QVERIFY(qAbs(centre.y() - b.CellY(row, col) / 15) <= 2);
+    f.Shot("form1-error-marker");
+    f.ReleaseVerify();
+    QVERIFY(!marker->isVisible());
+    f.Tick();
+    QCOMPARE(f.IndicatorColour(), QColor(240, 0, 0));
+}
+
+void Form1Test::loopAndOverusedNode()
+{
+    Form1Fixture f;
+    f.SetStartSide(1);
+    f.NewPuzzle();
+    // Digits 1 on a square of four nodes and its links make every link valid (1 * 1 = 1).
+    Board& b = f.window.board();
+    for (int r = 3; r <= 5; ++r)
+        for (int c = 3; c <= 5; ++c)
+            if (!(r % 2 == 0 && c % 2 == 0))
+                b.NodeValue(r, c) = 1;
+    f.ClickCell(3, 4, Qt::LeftButton);
+    f.ClickCell(4, 5, Qt::LeftButton);
+    f.ClickCell(5, 4, Qt::LeftButton);
+    f.ClickCell(4, 3, Qt::LeftButton);
+    f.PressVerify();
+    QCOMPARE(f.label("Label7")->text(), QString("User links may be in a loop"));
+    f.ReleaseVerify();
+    // A third link at (3,3) and one more beyond it: node (3,3) has three links, (1,3) one.
+    b.NodeValue(3, 2) = 1;
+    b.NodeValue(3, 1) = 1;
+    f.ClickCell(3, 2, Qt::LeftButton);
+    f.PressVerify();
+    QCOMPARE(f.label("Label7")->text(), QString("A node is used more than twice"));
+    f.ReleaseVerify();
+}
+
+void Form1Test::undoAndResetSequences()
+{
+    Form1Fixture f;
+    f.SetStartSide(1);
+    f.NewPuzzle();
+    Board& b = f.window.board();
+    PlayState& play = f.window.playState();
+    const auto [r1, c1] = f.PathLinkCell(1);
+    f.ClickCell(r1, c1, Qt::LeftButton);
+    QCOMPARE(play.undolist.size(), size_t(1));
+    f.Release("undoman", Qt::LeftButton);
+    QCOMPARE(play.undolist.size(), size_t(0));
+    QCOMPARE(f.TotalDegree(), 0);
+
+    // Three links, then a reset answered Yes: all links gone, two records left.
+    for (int k : {1, 3, 5}) {
+        const auto [r, c] = f.PathLinkCell(k);
+        f.ClickCell(r, c, Qt::LeftButton);
+    }
+    QCOMPARE(play.undolist.size(), size_t(3));
+    f.answers.next = 7;
+    f.Release("undoman", Qt::RightButton);
+    QCOMPARE(f.answers.calls.last().first, QString("Clear all user entries?"));
+    QCOMPARE(play.undolist.size(), size_t(3)); // No changes nothing
+    f.answers.next = 6;
+    f.Release("undoman", Qt::RightButton);
+    QCOMPARE(play.undolist.size(), size_t(2));
+    QCOMPARE(CheckSolution(b).message, std::string("Not solved: Connect Start to End and use the Hint Node"));
+    QCOMPARE(f.TotalDegree(), 0);
+    // Two further undos replay the inverses of links that are already gone.
+    f.Release("undoman", Qt::LeftButton);
+    f.Release("undoman", Qt::LeftButton);
+    QCOMPARE(play.undolist.size(), size_t(0));
+    QCOMPARE(f.TotalDegree(), 0);
+    f.ClickCell(r1, c1, Qt::LeftButton);
+    // Records survive a new puzzle.
+    f.NewPuzzle();
+    QCOMPARE(play.undolist.size(), size_t(1));
+}
+
+void Form1Test::gridSizeAndStartSideLabelsCycle()
+{
+    Form1Fixture f;
+    QLabel* size = f.label("Label4");
+    QLabel* side = f.label("Label6");
+    const QStringList upSizes = {"8x8", "9x9", "10x10", "4x4"};
+    for (const QString& expected : upSizes) {
+        f.ClickLabel("Label4", Qt::LeftButton);
+        QCOMPARE(size->text(), expected);
+    }
+    f.ClickLabel("Label4", Qt::RightButton);
+    QCOMPARE(size->text(), QString("10x10"));
+    f.ClickLabel("Label4", Qt::MiddleButton);
+    QCOMPARE(size->text(), QString("10x10"));
+
+    const QString start = side->text(); // "Random" from the file's path direction 0
+    QCOMPARE(start, QString("Random"));
+    const QStringList forward = {"Left", "Top", "Random"};
+    for (const QString& expected : forward) {
+        f.ClickLabel("Label6", Qt::LeftButton);
+        QCOMPARE(side->text(), expected);
+    }
+    f.ClickLabel("Label6", Qt::RightButton);
+    QCOMPARE(side->text(), QString("Top"));
+}
+
+void Form1Test::solutionShowsOnlyWhileHeld()
+{
+    Form1Fixture f;
+    f.Press("cmdshowsol");
+    QCOMPARE(f.label("Label7")->text(), QString("Click Create New Puzzle to create a new puzzle"));
+    f.Release("cmdshowsol", Qt::LeftButton);
+    f.SetStartSide(2);
+    f.NewPuzzle();
+    const QImage before = f.BoardImage();
+    f.Press("cmdshowsol");
+    QCOMPARE(f.label("Label7")->text(), QString("Solution ..."));
+    QVERIFY(f.BoardImage() != before);
+    f.Shot("form1-solution-held");
+    f.Release("cmdshowsol", Qt::LeftButton);
+    QCOMPARE(f.label("Label7")->text(), QString());
+    QCOMPARE(f.BoardImage(), before);
+}
+
+void Form1Test::exitAskedNoThenYesSavesSettings()
+{
+    Form1Fixture f;
+    f.ClickLabel("Label4", Qt::LeftButton); // 8x8
+    f.answers.next = 7;
+    f.window.ExitCommand();
+    QCOMPARE(f.answers.calls.last(), qMakePair(QString("Exit?"), QString("vbYesNo+vbquestion")));
+    QVERIFY(f.window.isVisible());
+    QCOMPARE(f.ConfigText(), f.initialConfig);
+    f.answers.next = 6;
+    f.window.ExitCommand();
+    QVERIFY(!f.window.isVisible());
+    QVERIFY(f.ConfigText().startsWith(" 8 "));
+}
+
+void Form1Test::closeBoxLeavesConfigUnchanged()
+{
+    Form1Fixture f;
+    f.ClickLabel("Label4", Qt::LeftButton);
+    f.ClickLabel("Label6", Qt::LeftButton);
+    f.window.close();
+    QVERIFY(!f.window.isVisible());
+    QCOMPARE(f.ConfigText(), f.initialConfig);
+    QVERIFY(f.answers.calls.isEmpty());
+}
+
+void Form1Test::boardsOfEverySizeAndSchemeLookRight()
+{
+    for (int size : {4, 7, 10})
+        for (int side : {1, 2}) {
+            Form1Fixture f;
+            f.SetGridSize(size);
+            f.SetStartSide(side);
+            f.NewPuzzle();
+            QCOMPARE(f.window.board().GridSize, size);
+            f.Shot(QString("form1-puzzle-%1x%1-%2").arg(size).arg(side == 1 ? "left" : "top"));
+            if (size == 7 && side == 1) {
+                f.LinkPath(f.window.board().List2.size() / 2);
+                f.Shot("form1-half-built-path");
+            }
+        }
+    for (const QString& scheme : {"xp.col", "Slate.col", "Contrast.col"}) {
+        Form1Fixture f(scheme);
+        f.SetStartSide(1);
+        f.NewPuzzle();
+        f.LinkPath(9);
+        f.Shot("form1-scheme-" + QString(scheme).chopped(4));
+    }
+}
+
+QTEST_MAIN(Form1Test)
+#include "form1_test.moc"
