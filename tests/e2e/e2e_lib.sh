@@ -1,0 +1,59 @@
+# Shared steps of the end-to-end scripts: a fresh program directory, an X server, polling.
+set -euo pipefail
+
+for tool in xvfb-run xdotool import; do
+  command -v "$tool" >/dev/null || { echo "SKIP: $tool is not installed"; exit 77; }
+done
+
+BIN_DIR="${TALLYON_BIN_DIR:?}"
+SHOTS="${TALLYON_SCREENSHOT_DIR:-/tmp}"
+mkdir -p "$SHOTS"
+
+# A fresh program directory holding the executable and its data files.
+fresh_app_dir() {
+  local dir
+  dir="$(mktemp -d /tmp/tallyon-e2e.XXXXXX)"
+  cp "$BIN_DIR/tallyon" "$BIN_DIR/all.col" "$dir/"
+  [ -f "$BIN_DIR/tallyon.htm" ] && cp "$BIN_DIR/tallyon.htm" "$dir/"
+  echo "$dir"
+}
+
+# Polls (every 50 ms) for a visible window whose name matches; prints its id.
+wait_window() {
+  local name="$1" tries="${2:-200}" id
+  for _ in $(seq "$tries"); do
+    id="$(xdotool search --onlyvisible --name "^${name}\$" 2>/dev/null | head -n1 || true)"
+    [ -n "$id" ] && { echo "$id"; return 0; }
+    sleep 0.05
+  done
+  echo "window '$name' did not appear" >&2
+  return 1
+}
+
+wait_gone() {
+  local name="$1"
+  for _ in $(seq 200); do
+    xdotool search --onlyvisible --name "^${name}\$" >/dev/null 2>&1 || return 0
+    sleep 0.05
+  done
+  echo "window '$name' did not close" >&2
+  return 1
+}
+
+# Colour of one pixel of a window as "r,g,b".
+pixel() {
+  local win="$1" x="$2" y="$3" file
+  file="$(mktemp /tmp/tallyon-px.XXXXXX.png)"
+  import -window "$win" "$file"
+  convert "$file" -format '%[fx:int(255*p{'"$x,$y"'}.r)],%[fx:int(255*p{'"$x,$y"'}.g)],%[fx:int(255*p{'"$x,$y"'}.b)]' info:
+  rm -f "$file"
+}
+
+# Focuses a window and types Return (events sent to a window directly are ignored by Qt).
+press_return() {
+  xdotool windowfocus --sync "$1" 2>/dev/null || xdotool windowfocus "$1"
+  sleep 0.1
+  xdotool key Return
+}
+
+fail() { echo "FAIL: $*" >&2; exit 1; }
