@@ -1,0 +1,66 @@
+// The black-and-white board picture shared by the printed page and the clipboard picture.
+//
+// Contract: PrintBoard is the one routine that draws a board for output; it draws only through
+// the Canvas it is given, in twips, and never reads the screen colours. Mode 0 draws the
+// puzzle, mode 1 the puzzle with its solution path. The board must hold a built puzzle
+// (PathList, KeyNodes and the digits); an empty board draws only its grid.
+#pragma once
+
+#include "core/board.h"
+#include "platform/canvas.h"
+
+#include <QImage>
+#include <QString>
+
+#include <string>
+
+namespace tallyon {
+
+// What the output needs from the settings and the board picture Picture1.
+struct OutputOptions {
+    int NodeShape = 2;            // 2 circle, anything else a box
+    int GridLineWidth = 1;        // pen width of the clipboard picture (screen pixels)
+    int PrintLineWidth = 6;       // pen width on the printer (printer pen units)
+    QString fontName = "Arial";   // Picture1's font
+    bool fontBold = false;
+    int pictureWidth = 0;         // Picture1's size in twips; 0 takes the board's own size
+    int pictureHeight = 0;
+    double devicePixelRatio = 1.0; // of the screen the picture is made for; below 1 counts as 1
+};
+
+inline constexpr int kPuzzleMode = 0;
+inline constexpr int kSolutionMode = 1;
+
+// 0.9, but 0.8 when BoardSpan is 11 (GridSize 5); that single exception is kept on purpose.
+double OutputScale(const Board& board);
+// The printed cell pitch in twips: CellPitch x OutputScale.
+double OutputPitch(const Board& board);
+// 12 - 0.6 x (GridSize - 5) points.
+double OutputFontSize(const Board& board);
+// "Tallyon", or "Tallyon from <homepage>" when the build names a homepage.
+std::string FooterText();
+
+// The extent of one board as drawn by PrintBoard, relative to its origin (the grid's
+// top-left corner), in twips.
+struct PictureExtent {
+    int margin = 0;      // room kept around the grid for the nodes and the "X" marks
+    int gridSide = 0;    // (BoardSpan - 1) pitches
+    int footerTop = 0;   // top of the footer line
+    int footerBottom = 0;
+};
+PictureExtent MeasureBoardPicture(const Board& board, Canvas& canvas, const OutputOptions& options);
+
+// Draws one board with its grid's top-left corner at (left, top), twips, grid lines
+// PrintLineWidth wide, the solution path (mode 1) four times that.
+void PrintBoard(Canvas& canvas, const Board& board, int left, int top, int mode,
+                const OutputOptions& options);
+
+// The same board drawn with grid lines GridLineWidth wide; used for the clipboard picture.
+void DrawBoardWithLineWidth(Canvas& canvas, const Board& board, int left, int top, int mode,
+                            const OutputOptions& options, int lineWidth);
+
+// The clipboard picture: a white image of Picture1's size at the options' device pixel
+// ratio, the board drawn at the margin, trimmed to the board, its margin and the footer.
+QImage DrawBoardPicture(const Board& board, int mode, const OutputOptions& options);
+
+} // namespace tallyon

@@ -1,0 +1,30 @@
+// Printing the puzzle and its solution on one page (menu "Print").
+//
+// Contract: does nothing before the first puzzle (empty List2). Otherwise asks
+// "Print Puzzle and its Solution?" and prints only on Yes (6). The page goes to the system's
+// default printer without a dialog; with no default printer it is written as the PDF file
+// "tallyon-print.pdf" in appDir instead, and the closing report names that file. A job that
+// cannot start reports "Printing failed: ..." and never "Done".
+//
+// Pen widths on the printer: one pen unit is 1/600 inch, so PrintLineWidth 6 draws the grid
+// 0.01 inch (0.25 mm) wide and the solution path 0.04 inch (1 mm).
+#pragma once
+
+#include "core/board.h"
+#include "output/board_picture.h"
+
+#include <QString>
+
+namespace tallyon {
+
+inline constexpr double kPrinterPenUnitsPerInch = 600.0;
+inline constexpr char kPrintFileName[] = "tallyon-print.pdf";
+
+// Where each board lies on the page, in twips from the printable area's top-left corner.
+inline constexpr int kPrintLeft = 3000;
+inline constexpr int kPuzzleTop = 1000;
+inline constexpr int kSolutionTop = 8700;
+
+void PrintPuzzleAndSolution(const Board& board, const OutputOptions& options, const QString& appDir);
+
+} // namespace tallyon

@@ -1,0 +1,29 @@
+// Colouring helpers for the help, about and options windows: scheme colours onto Qt widgets.
+//
+// Every helper sets the widget's palette roles and turns on background filling, so the colour
+// shows whatever style the application runs under.
+#pragma once
+
+#include "platform/colour.h"
+
+#include <QColor>
+
+class QWidget;
+
+namespace tallyon::windowpaint {
+
+// The packed RGB colour (red in the low byte) as a QColor.
+QColor ToQColor(Colour colour);
+// The QColor packed back (red in the low byte).
+Colour FromQColor(const QColor& colour);
+
+// Background (Window role) of a widget, filled.
+void SetBackground(QWidget* widget, Colour colour);
+// Face of a push button, check box or option button (Button role), also its Window role.
+void SetButtonColour(QWidget* button, Colour colour);
+// Background of an editor or list (Base role), filled.
+void SetBaseColour(QWidget* widget, Colour colour);
+// Text colour of a label or editor (WindowText and Text roles).
+void SetTextColour(QWidget* widget, Colour colour);
+
+} // namespace tallyon::windowpaint
