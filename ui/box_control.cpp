@@ -1,0 +1,279 @@
+// The box button: its face, its saved properties and the events it passes on.
+#include "ui/box_control.h"
+
+#include "ui/property_bag.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPalette>
+
+namespace tallyon {
+namespace {
+
+constexpr qreal kTwipsPerPixel = 15.0;
+constexpr qreal kInset = 20.0 / kTwipsPerPixel;  // the bevel's inset, 20 twips
+constexpr int kDefaultFontSize = 8;
+
+QColor ToQColor(Colour c) { return QColor(RedOf(c), GreenOf(c), BlueOf(c)); }
+Colour ToColour(const QColor& c) { return RGB(c.red(), c.green(), c.blue()); }
+
+Colour SystemColour(QPalette::ColorRole role)
+{
+    return ToColour(QApplication::palette().color(role));
+}
+
+QColor Mix(const QColor& a, const QColor& b, qreal t)
+{
+    return QColor::fromRgbF(a.redF() + (b.redF() - a.redF()) * t, a.greenF() + (b.greenF() - a.greenF()) * t,
+                            a.blueF() + (b.blueF() - a.blueF()) * t);
+}
+
+// Top and left edges in `topLeft`, bottom and right edges in `bottomRight`.
+void Bevel(QPainter& p, const QRectF& r, const QColor& topLeft, const QColor& bottomRight)
+{
+    p.setPen(QPen(topLeft, 1.0, Qt::SolidLine, Qt::SquareCap));
+    p.drawLine(r.topLeft(), r.topRight());
+    p.drawLine(r.topLeft(), r.bottomLeft());
+    p.setPen(QPen(bottomRight, 1.0, Qt::SolidLine, Qt::SquareCap));
+    p.drawLine(r.bottomLeft(), r.bottomRight());
+    p.drawLine(r.topRight(), r.bottomRight());
+}
+
+} // namespace
+
+int MouseButtonCode(Qt::MouseButton button)
+{
+    switch (button) {
+    case Qt::LeftButton: return 1;
+    case Qt::RightButton: return 2;
+    case Qt::MiddleButton: return 4;
+    default: return 0;
+    }
+}
+
+int MouseButtonsCode(Qt::MouseButtons buttons)
+{
+    return (buttons & Qt::LeftButton ? 1 : 0) | (buttons & Qt::RightButton ? 2 : 0) |
+           (buttons & Qt::MiddleButton ? 4 : 0);
+}
+
+int ShiftCode(Qt::KeyboardModifiers modifiers)
+{
+    return (modifiers & Qt::ShiftModifier ? 1 : 0) | (modifiers & Qt::ControlModifier ? 2 : 0) |
+           (modifiers & Qt::AltModifier ? 4 : 0);
+}
+
+int KeyCode(int key)
+{
+    if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9) || key == Qt::Key_Space)
+        return key;
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
+        return 112 + (key - Qt::Key_F1);
+    switch (key) {
+    case Qt::Key_Backspace: return 8;
+    case Qt::Key_Tab: case Qt::Key_Backtab: return 9;
+    case Qt::Key_Return: case Qt::Key_Enter: return 13;
+    case Qt::Key_Shift: return 16;
+    case Qt::Key_Control: return 17;
+    case Qt::Key_Alt: return 18;
+    case Qt::Key_Escape: return 27;
+    case Qt::Key_PageUp: return 33;
+    case Qt::Key_PageDown: return 34;
+    case Qt::Key_End: return 35;
+    case Qt::Key_Home: return 36;
+    case Qt::Key_Left: return 37;
+    case Qt::Key_Up: return 38;
+    case Qt::Key_Right: return 39;
+    case Qt::Key_Down: return 40;
+    case Qt::Key_Insert: return 45;
+    case Qt::Key_Delete: return 46;
+    default: return key & 0xFFFF;
+    }
+}
+
+BoxControl::BoxControl(QWidget* parent)
+    : QWidget(parent),
+      back_(SystemColour(QPalette::Button)),
+      fore_(SystemColour(QPalette::ButtonText)),
+      font_(parent ? parent->font() : QApplication::font())
+{
+    font_.setPointSize(kDefaultFontSize);
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    resize(1215 / 15, 495 / 15);
+}
+
+void BoxControl::SetBackColor(Colour colour) { back_ = colour; Changed("BackColor", false); }
+void BoxControl::SetForeColor(Colour colour) { fore_ = colour; Changed("ForeColor", true); }
+void BoxControl::SetEnabled(bool enabled) { setEnabled(enabled); Changed("Enabled", false); }
+void BoxControl::SetFont(const QFont& font) { font_ = font; Changed("Font", true); }
+void BoxControl::SetFontSize(int points) { font_.setPointSize(qMax(1, points)); Changed("FontSize", true); }
+void BoxControl::SetFontBold(bool bold) { font_.setBold(bold); Changed("FontBold", true); }
+void BoxControl::SetFontItalic(bool italic) { font_.setItalic(italic); Changed("FontItalic", true); }
+void BoxControl::SetCaption(const QString& caption) { caption_ = caption; Changed("Caption", true); }
+void BoxControl::SetPicture(const QPixmap& picture) { picture_ = picture; Changed("Picture", true); }
+void BoxControl::SetBorderStyle(int style) { borderStyle_ = style; Changed("BorderStyle", false); }
+
+void BoxControl::SetToolTipText(const QString& text)
+{
+    setToolTip(text);
+    Changed("ToolTipText", false);
+}
+
+void BoxControl::Changed(const char* name, bool redraw)
+{
+    if (redraw)
+        Redraw();
+    emit PropertyChanged(QString::fromLatin1(name));
+}
+
+void BoxControl::ReadProperties(const PropertyBag& bag)
+{
+    const QFont holderFont = parentWidget() ? parentWidget()->font() : QApplication::font();
+    const Colour buttonText = SystemColour(QPalette::ButtonText);
+    setEnabled(bag.Read("Enabled", true).toBool());
+    font_ = bag.Read("Font", holderFont).value<QFont>();
+    caption_ = bag.Read("Caption", caption_).toString();
+    borderStyle_ = bag.Read("BorderStyle", 0).toInt();
+    fore_ = bag.Read("ForeColor", buttonText).toUInt();
+    font_.setPointSize(qMax(1, bag.Read("FontSize", kDefaultFontSize).toInt()));
+    font_.setBold(bag.Read("FontBold", 0).toInt() != 0);
+    font_.setItalic(bag.Read("FontItalic", false).toBool());
+    back_ = bag.Read("BackColor", buttonText).toUInt();  // the same default as ForeColor, meant so
+    picture_ = bag.Read("Picture", QPixmap()).value<QPixmap>();
+    Redraw();
+}
+
+void BoxControl::WriteProperties(PropertyBag& bag) const
+{
+    const QFont holderFont = parentWidget() ? parentWidget()->font() : QApplication::font();
+    const Colour buttonText = SystemColour(QPalette::ButtonText);
+    bag.Write("Enabled", isEnabled(), true);
+    bag.Write("Font", font_, holderFont);
+    bag.Write("Caption", caption_, QString());
+    bag.Write("BorderStyle", borderStyle_, 0);
+    bag.Write("ForeColor", fore_, buttonText);
+    bag.Write("FontSize", font_.pointSize(), kDefaultFontSize);
+    bag.Write("FontBold", font_.bold() ? 1 : 0, 0);
+    bag.Write("FontItalic", font_.italic(), false);
+    bag.Write("BackColor", back_, buttonText);
+    if (!picture_.isNull())
+        bag.Write("Picture", picture_, QVariant());
+    bag.Write("ToolTipText1", toolTip(), QString());
+}
+
+void BoxControl::Redraw()
+{
+    const qreal dpr = devicePixelRatioF();
+    QPixmap surface(qMax(1, qRound(width() * dpr)), qMax(1, qRound(height() * dpr)));
+    surface.setDevicePixelRatio(dpr);
+    QPainter painter(&surface);
+    DrawFace(painter);
+    painter.end();
+    surface_ = surface;
+    update();
+}
+
+void BoxControl::DrawFace(QPainter& p) const
+{
+    const QColor back = ToQColor(back_);
+    const QRectF all(0, 0, width(), height());
+    p.fillRect(all, back);
+    const QColor light = Mix(back, Qt::white, 0.65);
+    const QColor shadow = Mix(back, Qt::black, 0.45);
+    const QColor dark = Mix(back, Qt::black, 0.8);
+    const qreal edge = borderStyle_ == 1 ? 1.5 : 0.5;
+    if (borderStyle_ == 1)
+        Bevel(p, all.adjusted(0.5, 0.5, -0.5, -0.5), Qt::black, Qt::black);
+    const QRectF outer = all.adjusted(edge, edge, -edge, -edge);
+    const QRectF inner = outer.adjusted(kInset, kInset, -kInset, -kInset);
+    if (pressed_) {
+        Bevel(p, outer, dark, light);
+        Bevel(p, inner, shadow, back);
+    } else {
+        Bevel(p, outer, light, dark);
+        Bevel(p, inner, back.lighter(110), shadow);
+    }
+
+    const QPointF shift = pressed_ ? QPointF(1, 1) : QPointF(0, 0);
+    const QFontMetricsF metrics(font_);
+    const QSizeF text = caption_.isEmpty() ? QSizeF(0, 0) : QSizeF(metrics.horizontalAdvance(caption_), metrics.height());
+    const QSizeF pic = picture_.isNull() ? QSizeF(0, 0) : picture_.deviceIndependentSize();
+    const qreal gap = (!caption_.isEmpty() && !picture_.isNull()) ? 2.0 : 0.0;
+    qreal top = (height() - (pic.height() + gap + text.height())) / 2.0;
+    if (!picture_.isNull()) {
+        p.drawPixmap(QPointF((width() - pic.width()) / 2.0, top) + shift, picture_);
+        top += pic.height() + gap;
+    }
+    if (!caption_.isEmpty()) {
+        p.setFont(font_);
+        p.setPen(ToQColor(fore_));
+        p.drawText(QRectF(0, top, width(), text.height()).translated(shift), Qt::AlignHCenter | Qt::AlignVCenter,
+                   caption_);
+    }
+}
+
+void BoxControl::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    if (surface_.isNull())
+        painter.fillRect(rect(), ToQColor(back_));
+    else
+        painter.drawPixmap(0, 0, surface_);
+}
+
+void BoxControl::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    Redraw();
+}
+
+void BoxControl::mousePressEvent(QMouseEvent* event)
+{
+    pressed_ = true;
+    Redraw();
+    const QPointF at = event->position() * kTwipsPerPixel;
+    emit MouseDown(MouseButtonCode(event->button()), ShiftCode(event->modifiers()), at.x(), at.y());
+}
+
+void BoxControl::mouseMoveEvent(QMouseEvent* event)
+{
+    const QPointF at = event->position() * kTwipsPerPixel;
+    emit MouseMove(MouseButtonsCode(event->buttons()), ShiftCode(event->modifiers()), at.x(), at.y());
+}
+
+void BoxControl::mouseReleaseEvent(QMouseEvent* event)
+{
+    pressed_ = false;
+    Redraw();
+    const QPointF at = event->position() * kTwipsPerPixel;
+    emit MouseUp(MouseButtonCode(event->button()), ShiftCode(event->modifiers()), at.x(), at.y());
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
+        emit Click();
+}
+
+void BoxControl::mouseDoubleClickEvent(QMouseEvent*)
+{
+    // The second press of a double click raises DblClick instead of MouseDown.
+    pressed_ = true;
+    Redraw();
+    emit DblClick();
+}
+
+void BoxControl::keyPressEvent(QKeyEvent* event)
+{
+    emit KeyDown(KeyCode(event->key()), ShiftCode(event->modifiers()));
+    if (!event->text().isEmpty())
+        emit KeyPress(event->text().at(0).unicode());
+}
+
+void BoxControl::keyReleaseEvent(QKeyEvent* event)
+{
+    if (!event->isAutoRepeat())
+        emit KeyUp(KeyCode(event->key()), ShiftCode(event->modifiers()));
+}
+
+} // namespace tallyon

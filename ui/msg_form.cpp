@@ -1,0 +1,334 @@
+// The message box window: style keywords, layout in twips, and the answer buttons' keys.
+#include "ui/msg_form.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPalette>
+#include <QStringList>
+
+#include <initializer_list>
+
+namespace tallyon {
+namespace {
+
+struct ButtonDef {
+    const char* caption;
+    int code;
+};
+
+struct Keyword {
+    const char* word;
+    int icon;  // -1: none
+    std::initializer_list<ButtonDef> buttons;
+};
+
+// Every keyword the style grammar knows. "vbcancelok" gives Ok first, "vbnormal" an Ok of
+// code 0, and "Continue" returns 6 like Yes: all three are meant so.
+const Keyword kKeywords[] = {
+    {"vbquestion", 0, {}},
+    {"vbexclamation", 1, {}},
+    {"vbinformation", 2, {}},
+    {"vberror", 3, {}},
+    {"vbcritical", 4, {}},
+    {"vbhappy", 5, {}},
+    {"vbtrash", 6, {}},
+    {"vbprint", 7, {}},
+    {"vblighton", 8, {}},
+    {"vbcustom", 10, {}},
+    {"vbok", -1, {{"Ok", 1}}},
+    {"vbokonly", -1, {{"Ok", 1}}},
+    {"vbnormal", -1, {{"Ok", 0}}},
+    {"vbokcancel", -1, {{"Ok", 1}, {"Cancel", 2}}},
+    {"vbcancelok", -1, {{"Ok", 1}, {"Cancel", 2}}},
+    {"vbcancel", -1, {{"Cancel", 2}}},
+    {"vbyes", -1, {{"Yes", 6}}},
+    {"vbno", -1, {{"No", 7}}},
+    {"vbyesno", -1, {{"Yes", 6}, {"No", 7}}},
+    {"vbyesnocancel", -1, {{"Yes", 6}, {"No", 7}, {"Cancel", 2}}},
+    {"vbretry", -1, {{"Retry", 4}}},
+    {"vbretrycancel", -1, {{"Retry", 4}, {"Cancel", 2}}},
+    {"vbabort", -1, {{"Abort", 3}}},
+    {"vbignore", -1, {{"Ignore", 5}}},
+    {"vbabortretryignore", -1, {{"Abort", 3}, {"Retry", 4}, {"Ignore", 5}}},
+    {"vbcontinuecancel", 2, {{"Continue", 6}, {"Cancel", 2}}},
+};
+
+constexpr int Px(int twips) { return twips / MsgForm::kTwipsPerPixel; }
+
+QColor ToQColor(Colour c) { return QColor(RedOf(c), GreenOf(c), BlueOf(c)); }
+
+// Carriage return + line feed, or either alone, starts a new line on screen.
+QString ScreenText(QString text)
+{
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    return text;
+}
+
+bool IsEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
+
+bool IsArrow(int key)
+{
+    return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
+}
+
+} // namespace
+
+MsgButton::MsgButton(QWidget* parent) : QPushButton(parent)
+{
+    setCheckable(true);
+    setAutoDefault(false);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void MsgButton::focusInEvent(QFocusEvent* event)
+{
+    setChecked(false);
+    QPushButton::focusInEvent(event);
+}
+
+void MsgButton::focusOutEvent(QFocusEvent* event)
+{
+    setChecked(false);
+    QPushButton::focusOutEvent(event);
+}
+
+void MsgButton::keyPressEvent(QKeyEvent* event)
+{
+    setChecked(false);
+    if (IsEnter(event->key())) {
+        event->accept();
+        emit Chosen(this);
+    } else if (IsArrow(event->key())) {
+        QPushButton::keyPressEvent(event);  // moves the focus to the next or previous button
+    } else {
+        event->accept();  // any other key is swallowed, Escape included
+    }
+}
+
+void MsgButton::keyReleaseEvent(QKeyEvent* event)
+{
+    setChecked(false);
+    setChecked(false);
+    event->accept();
+}
+
+void MsgButton::mousePressEvent(QMouseEvent* event)
+{
+    QPushButton::mousePressEvent(event);
+    event->accept();  // every button, so its release comes back here
+}
+
+void MsgButton::mouseReleaseEvent(QMouseEvent* event)
+{
+    const bool over = rect().contains(event->position().toPoint());
+    QPushButton::mouseReleaseEvent(event);
+    setChecked(false);
+    event->accept();
+    if (over)
+        emit Chosen(this);
+}
+
+MsgForm::MsgForm(QWidget* parent)
+    : QDialog(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
+                          Qt::MSWindowsFixedSizeDialogHint)
+{
+    setWindowTitle(QStringLiteral("Message"));
+    setModal(true);
+    back_ = static_cast<Colour>(RGB(palette().color(QPalette::Window).red(),
+                                    palette().color(QPalette::Window).green(),
+                                    palette().color(QPalette::Window).blue()));
+    setFont(QFont(QStringLiteral("Arial"), 10));
+
+    for (int i = 0; i < kMessageIconCount; ++i) {
+        icons[i] = new QLabel(this);
+        icons[i]->setGeometry(Px(kIconLeft), Px(kIconTop), Px(kIconSize), Px(kIconSize));
+        icons[i]->hide();
+    }
+    Label1 = new QLabel(this);
+    Label1->setTextFormat(Qt::PlainText);
+    Label1->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    Label1->setAutoFillBackground(true);
+    Label1->move(Px(kLabelLeft), Px(kLabelTop));
+    for (auto& button : cmd) {
+        button = new MsgButton(this);
+        button->resize(Px(kButtonWidth), Px(kButtonHeight));
+        button->hide();
+        connect(button, &MsgButton::Chosen, this, &MsgForm::Choose);
+    }
+    setAutoFillBackground(true);
+}
+
+int MsgForm::Run(const QString& message, const QString& style)
+{
+    Prepare(message, style);
+    QWidget* owner = QApplication::activeWindow();
+    if (owner && owner != this)
+        move(owner->frameGeometry().center() - rect().center());
+    exec();
+    return Result;
+}
+
+void MsgForm::Prepare(const QString& message, const QString& style)
+{
+    if (button_ == 0 && schemeSource_)
+        button_ = schemeSource_();
+    ApplyColours();
+    Label1->setText(ScreenText(message));
+    ApplyFonts();
+    for (QLabel* icon : icons)
+        icon->hide();
+    LastButton = -1;
+    ParseStyle(style);
+    if (LastButton == -1)
+        AddButton(QStringLiteral("Ok"), 1);
+    LayOut();
+}
+
+void MsgForm::SetBackColour(Colour colour)
+{
+    back_ = colour;
+    ApplyColours();
+}
+
+void MsgForm::SetForeColour(Colour colour)
+{
+    fore_ = colour;
+    ApplyColours();
+}
+
+void MsgForm::SetFontName(const QString& name)
+{
+    QFont f = font();
+    f.setFamily(name);
+    setFont(f);
+}
+
+void MsgForm::SetFontSize(int points)
+{
+    QFont f = font();
+    f.setPointSize(points);
+    setFont(f);
+}
+
+void MsgForm::SetFontBold(bool bold)
+{
+    QFont f = font();
+    f.setBold(bold);
+    setFont(f);
+}
+
+void MsgForm::keyPressEvent(QKeyEvent* event)
+{
+    event->accept();  // Escape and Enter mean nothing to the window itself
+}
+
+void MsgForm::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    for (int i = 0; i < kMessageIconCount; ++i)
+        icons[i]->setPixmap(MessageIconPixmap(i, Px(kIconSize), devicePixelRatioF()));
+    cmd[0]->setFocus(Qt::OtherFocusReason);
+}
+
+void MsgForm::Choose(MsgButton* button)
+{
+    Result = button->Tag.toInt();
+    hide();  // ends the modal wait
+}
+
+void MsgForm::ApplyColours()
+{
+    QPalette pal = palette();
+    pal.setColor(QPalette::Window, ToQColor(back_));
+    pal.setColor(QPalette::WindowText, ToQColor(fore_));
+    setPalette(pal);
+    Label1->setPalette(pal);
+    // A black button colour stands for "not set yet"; the buttons keep the platform's face.
+    for (MsgButton* button : cmd) {
+        QPalette bp = button->palette();
+        bp.setColor(QPalette::Button,
+                    button_ == 0 ? QApplication::palette().color(QPalette::Button) : ToQColor(button_));
+        button->setPalette(bp);
+    }
+}
+
+void MsgForm::ApplyFonts()
+{
+    Label1->setFont(font());
+    QFont small = font();
+    small.setPointSize(qMax(1, font().pointSize() - 1));
+    for (MsgButton* button : cmd)
+        button->setFont(small);
+}
+
+void MsgForm::ParseStyle(const QString& style)
+{
+    const QStringList pieces = style.toLower().split(QLatin1Char('+'));
+    for (const QString& raw : pieces) {
+        const QString piece = raw.trimmed();
+        for (const Keyword& k : kKeywords) {
+            if (piece != QLatin1String(k.word))
+                continue;
+            if (k.icon >= 0)
+                ShowIcon(k.icon);
+            for (const ButtonDef& b : k.buttons)
+                AddButton(QString::fromLatin1(b.caption), b.code);
+            break;
+        }
+    }
+}
+
+void MsgForm::AddButton(const QString& caption, int code)
+{
+    // The box has three buttons; further ones in a style are ignored.
+    if (LastButton >= static_cast<int>(cmd.size()) - 1)
+        return;
+    ++LastButton;
+    cmd[LastButton]->setText(caption);
+    cmd[LastButton]->Tag = QString::number(code);
+}
+
+void MsgForm::ShowIcon(int index)
+{
+    icons[index]->setPixmap(MessageIconPixmap(index, Px(kIconSize), devicePixelRatioF()));
+    icons[index]->show();
+}
+
+void MsgForm::LayOut()
+{
+    Label1->adjustSize();  // the label's width follows its text
+    const QFontMetrics metrics(Label1->font());
+    const QRect textRect =
+        metrics.boundingRect(QRect(0, 0, 1 << 20, 1 << 20), Qt::AlignLeft | Qt::AlignTop, Label1->text());
+    const int textHeight = qMax(textRect.height(), metrics.height()) * kTwipsPerPixel;
+    const int labelWidth = Label1->width() * kTwipsPerPixel;
+
+    int width = kLabelLeft * 2 + labelWidth;
+    if (kButtonWidth * 3 >= width)
+        width = kButtonWidth * 3;
+    const int labelHeight = textHeight + kGap;
+    Label1->resize(Label1->width(), Px(labelHeight));
+    const int buttonTop = kLabelTop + labelHeight + kGap;
+    const int height = buttonTop + kButtonHeight + kFrameAllowance;
+
+    for (MsgButton* button : cmd) {
+        button->hide();
+        button->setChecked(false);
+    }
+    const int used = LastButton + 1;
+    int left = (width - used * kButtonWidth) / 2;
+    for (int i = 0; i < used; ++i, left += kButtonWidth) {
+        cmd[i]->setGeometry(Px(left), Px(buttonTop), Px(kButtonWidth), Px(kButtonHeight));
+        cmd[i]->show();
+    }
+    widthTwips_ = width;
+    heightTwips_ = height;
+    setFixedSize(Px(width), Px(height - kTitleBarTwips));
+}
+
+} // namespace tallyon
