@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QIcon>
 #include <QStyleFactory>
 
 namespace {
@@ -26,6 +27,8 @@ int main(int argc, char* argv[])
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName("Tallyon");
+    QApplication::setDesktopFileName("io.github.tallyon.Tallyon");
+    QApplication::setWindowIcon(QIcon(":/icons/tallyon.png"));
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     tallyon::SetPendingEventsHandler(ProcessPendingEvents);
 

@@ -1,0 +1,33 @@
+// Finds the running executable's directory.
+#include "shell/app_dir.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+namespace tallyon {
+
+namespace {
+
+QString ExecutablePath()
+{
+    if (QCoreApplication::instance() != nullptr) {
+        const QString path = QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath();
+        if (!path.isEmpty())
+            return path;
+    }
+    return QFileInfo(QStringLiteral("/proc/self/exe")).canonicalFilePath();
+}
+
+} // namespace
+
+QString ApplicationDir()
+{
+    const QString exe = ExecutablePath();
+    QString dir = exe.isEmpty() ? QDir::currentPath() : QFileInfo(exe).absolutePath();
+    if (!dir.endsWith(QLatin1Char('/')))
+        dir += QLatin1Char('/');
+    return dir;
+}
+
+} // namespace tallyon
