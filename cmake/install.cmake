@@ -1,0 +1,50 @@
+# Desktop integration: the icon compiled into the program, and the layout `cmake --install`
+# lays out. The program finds its data files beside its executable, so the executable, the
+# schemes, the help page and the artwork go together into one directory (lib/tallyon), and
+# bin/tallyon is a relative symlink to it; the desktop entry, metainfo and icons go to share/.
+include(GNUInstallDirs)
+
+set(TALLYON_INSTALL_APPDIR "lib/tallyon" CACHE PATH
+    "Directory, relative to the prefix, holding the executable and its data files")
+set(TALLYON_APP_ID "io.github.tallyon.Tallyon")
+set(TALLYON_DATA_DIR ${PROJECT_SOURCE_DIR}/data)
+
+if(NOT TARGET tallyon)
+  return()
+endif()
+
+# The window icon of every window, from a resource inside the executable.
+set_target_properties(tallyon PROPERTIES AUTORCC ON)
+target_sources(tallyon PRIVATE ${TALLYON_DATA_DIR}/tallyon.qrc)
+
+# The program and what it reads at run time, the same files data/ copies beside the build.
+# Its own libraries are static and Qt comes from the system, so it needs no run path.
+set_target_properties(tallyon PROPERTIES INSTALL_RPATH "")
+install(TARGETS tallyon RUNTIME DESTINATION ${TALLYON_INSTALL_APPDIR})
+install(FILES ${TALLYON_DATA_DIR}/all.col ${TALLYON_DATA_DIR}/tallyon.htm
+        DESTINATION ${TALLYON_INSTALL_APPDIR})
+install(DIRECTORY ${TALLYON_DATA_DIR}/artwork DESTINATION ${TALLYON_INSTALL_APPDIR})
+
+# bin/tallyon -> ../lib/tallyon/tallyon; the program resolves the link to find its files.
+file(RELATIVE_PATH TALLYON_LINK_TARGET
+     /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${TALLYON_INSTALL_APPDIR}/tallyon)
+install(CODE "
+  set(link \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/tallyon\")
+  get_filename_component(link_dir \"\${link}\" DIRECTORY)
+  file(MAKE_DIRECTORY \"\${link_dir}\")
+  message(STATUS \"Installing: \${link} -> ${TALLYON_LINK_TARGET}\")
+  file(CREATE_LINK \"${TALLYON_LINK_TARGET}\" \"\${link}\" SYMBOLIC)
+  list(APPEND CMAKE_INSTALL_MANIFEST_FILES \"\${link}\")
+")
+
+# The desktop entry, the software-centre description and the icons.
+install(FILES ${TALLYON_DATA_DIR}/desktop/${TALLYON_APP_ID}.desktop
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES ${TALLYON_DATA_DIR}/desktop/${TALLYON_APP_ID}.metainfo.xml
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+install(FILES ${TALLYON_DATA_DIR}/artwork/tallyon.svg
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+foreach(size 48 128 256)
+  install(FILES ${TALLYON_DATA_DIR}/icons/hicolor/${size}x${size}/apps/tallyon.png
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}x${size}/apps)
+endforeach()

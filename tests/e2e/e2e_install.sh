@@ -1,0 +1,116 @@
+#!/usr/bin/env bash
+# A newcomer's install: `cmake --install` into a temporary prefix lays out a valid desktop entry,
+# metainfo and icons, and the installed program, started through bin/tallyon, keeps its
+# settings in its own directory from one run to the next.
+here="$(cd "$(dirname "$0")" && pwd)"
+source "$here/e2e_lib.sh"
+
+for tool in desktop-file-validate appstreamcli xprop identify; do
+  command -v "$tool" >/dev/null || { echo "SKIP: $tool is not installed"; exit 77; }
+done
+
+if [ -z "${DISPLAY:-}" ] || [ -z "${TALLYON_E2E_INNER:-}" ]; then
+  export TALLYON_E2E_INNER=1
+  exec xvfb-run -a -s "-screen 0 1024x768x24" bash "$0"
+fi
+
+APP_ID=io.github.tallyon.Tallyon
+BUILD="$(cd "$BIN_DIR/.." && pwd)"
+WORK="$(mktemp -d /tmp/tallyon-install.XXXXXX)"
+PREFIX="$WORK/prefix"
+APPDIR="$PREFIX/lib/tallyon"
+CFG="$APPDIR/tallyon.cfg"
+PID=""
+trap '[ -n "$PID" ] && kill "$PID" 2>/dev/null; rm -rf "$WORK"' EXIT
+
+# The link bin/tallyon under root must be relative and lead to an executable program.
+check_link() {
+  local root="$1" target
+  target="$(readlink "$root/bin/tallyon")" || fail "$root/bin/tallyon is not a symlink"
+  [ "$target" = "../lib/tallyon/tallyon" ] || fail "bin/tallyon points at '$target'"
+  [ -x "$root/bin/tallyon" ] || fail "bin/tallyon does not lead to the program"
+}
+
+check_layout() {
+  local f size
+  for f in tallyon all.col tallyon.htm artwork/tallyon.svg; do
+    [ -f "$APPDIR/$f" ] || fail "missing $APPDIR/$f"
+  done
+  check_link "$PREFIX"
+  desktop-file-validate "$PREFIX/share/applications/$APP_ID.desktop" || fail "desktop entry invalid"
+  for f in 'Exec=tallyon' 'Icon=tallyon' 'Categories=Game;LogicGame;'; do
+    grep -qx "$f" "$PREFIX/share/applications/$APP_ID.desktop" || fail "desktop entry lacks $f"
+  done
+  appstreamcli validate --no-net "$PREFIX/share/metainfo/$APP_ID.metainfo.xml" || fail "metainfo invalid"
+  [ -f "$PREFIX/share/icons/hicolor/scalable/apps/tallyon.svg" ] || fail "no scalable icon"
+  for size in 48 128 256; do
+    f="$PREFIX/share/icons/hicolor/${size}x${size}/apps/tallyon.png"
+    [ -f "$f" ] || fail "no ${size} pixel icon"
+    [ "$(identify -format '%wx%h' "$f")" = "${size}x${size}" ] || fail "$f is not ${size}x${size}"
+  done
+}
+
+# Grid size (first number of line 1) and scheme (line 2) of tallyon.cfg, as "size scheme".
+saved_settings() {
+  local size scheme
+  size="$(head -n1 "$CFG" | tr -d '\r' | awk '{print $1}')"
+  scheme="$(sed -n 2p "$CFG" | tr -d '\r')"
+  echo "$size $scheme"
+}
+
+start_installed() {
+  "$PREFIX/bin/tallyon" & PID=$!
+}
+
+# File > Exit, "Exit?" answered Yes; the program must end.
+exit_program() {
+  local win="$1" ask
+  xdotool mousemove --window "$win" 20 8 click 1
+  sleep 0.4
+  xdotool key Up Return
+  ask="$(wait_window Message)"
+  press_return "$ask"
+  for _ in $(seq 100); do kill -0 "$PID" 2>/dev/null || break; sleep 0.05; done
+  kill -0 "$PID" 2>/dev/null && fail "the program did not end after Exit"
+  PID=""
+}
+
+cmake --install "$BUILD" --prefix "$PREFIX" >"$WORK/install.log" 2>&1 \
+  || { cat "$WORK/install.log" >&2; fail "cmake --install failed"; }
+check_layout
+
+# A staged install (DESTDIR) puts everything, the link included, under the stage.
+DESTDIR="$WORK/stage" cmake --install "$BUILD" --prefix /opt/tallyon-e2e >/dev/null 2>&1 \
+  || fail "staged install failed"
+check_link "$WORK/stage/opt/tallyon-e2e"
+
+# First run: no settings yet, so the configuration message comes and the file is made in the
+# program's directory, not beside the link.
+start_installed
+MSG="$(wait_window Message)"
+press_return "$MSG"
+wait_gone Message
+[ -f "$CFG" ] || fail "tallyon.cfg was not created in $APPDIR"
+[ -e "$PREFIX/bin/tallyon.cfg" ] && fail "tallyon.cfg was written beside the link"
+WIN="$(wait_window Tallyon)"
+xprop -id "$WIN" _NET_WM_ICON | grep -q '_NET_WM_ICON(CARDINAL) = ' || fail "the window has no icon"
+sleep 0.3
+xdotool mousemove --window "$WIN" 674 57 click 1   # New Puzzle
+sleep 1
+xdotool mousemove --window "$WIN" 627 320 click 1  # grid size 7x7 -> 8x8
+sleep 0.3
+import -window "$WIN" "$SHOTS/e2e-install-first-run.png"
+exit_program "$WIN"
+[ "$(saved_settings)" = "8 xp.col" ] || fail "first exit saved '$(saved_settings)'"
+head -n1 "$CFG" | grep -q $'\r$' || fail "tallyon.cfg lines do not end in CR LF"
+
+# Second run: the file is read back silently and its settings are kept.
+start_installed
+WIN="$(wait_window Tallyon)"
+sleep 0.5
+xdotool search --onlyvisible --name '^Message$' >/dev/null 2>&1 \
+  && fail "the configuration message came again on the second start"
+import -window "$WIN" "$SHOTS/e2e-install-second-run.png"
+exit_program "$WIN"
+[ "$(saved_settings)" = "8 xp.col" ] || fail "second exit saved '$(saved_settings)'"
+echo "e2e_install: 1 passed, 0 failed"
