@@ -69,18 +69,30 @@ void QPainterCanvas::Circle(int cx, int cy, int radius, Colour outline, int penW
     painter_.setBrush(Qt::NoBrush);
 }
 
+const QFont& QPainterCanvas::FontFor(const FontSpec& wanted)
+{
+    if (!fontKey_ || fontKey_->family != wanted.family || fontKey_->points != wanted.points ||
+        fontKey_->bold != wanted.bold) {
+        fontKey_ = wanted;
+        font_ = ToQFont(wanted);
+        texts_.clear();
+    }
+    return font_;
+}
+
 void QPainterCanvas::Text(int x, int y, const std::string& text, const FontSpec& font, Colour colour)
 {
-    const QFont qfont = ToQFont(font);
-    painter_.setFont(qfont);
+    painter_.setFont(FontFor(font));
     painter_.setPen(ToQColor(colour));
-    const QFontMetricsF metrics(qfont, painter_.device());
-    painter_.drawText(QPointF(ToDevice(x), ToDevice(y) + metrics.ascent()), QString::fromStdString(text));
+    auto [laidOut, added] = texts_.try_emplace(text, QString::fromStdString(text));
+    if (added)
+        laidOut->second.setPerformanceHint(QStaticText::AggressiveCaching);
+    painter_.drawStaticText(QPointF(ToDevice(x), ToDevice(y)), laidOut->second);
 }
 
 TextSize QPainterCanvas::MeasureText(const std::string& text, const FontSpec& font)
 {
-    const QFontMetricsF metrics(ToQFont(font), painter_.device());
+    const QFontMetricsF metrics(FontFor(font), painter_.device());
     const QSizeF size = metrics.size(0, QString::fromStdString(text));
     return {static_cast<int>(std::lround(size.width() / scale_)),
             static_cast<int>(std::lround(size.height() / scale_))};

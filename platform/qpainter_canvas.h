@@ -7,6 +7,12 @@
 
 #include "platform/canvas.h"
 
+#include <QFont>
+#include <QStaticText>
+
+#include <map>
+#include <string>
+
 class QPainter;
 
 namespace tallyon {
@@ -28,9 +34,15 @@ public:
 
 private:
     double ToDevice(int twips) const;
+    // The QFont of a FontSpec; the last one is kept, with the laid-out texts drawn in it, so that
+    // runs of text in one font (a board's digits) are not set up anew for every call.
+    const QFont& FontFor(const FontSpec& wanted);
     QPainter& painter_;
     double scale_;   // device units per twip
     double penUnit_;
+    std::optional<FontSpec> fontKey_;
+    QFont font_;
+    std::map<std::string, QStaticText> texts_;
 };
 
 } // namespace tallyon

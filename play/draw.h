@@ -1,0 +1,56 @@
+// Drawing the board: grid, cells with their digits, links and the Start/End/Hint marks.
+//
+// Contract: every routine draws through the Canvas it is given, in twips, at the geometry the
+// Board holds (CellPitch, BoardLeft, BoardTop, CellX, CellY, FontSize; see LayoutBoard) and in
+// the colours of the DrawStyle. Row and column arguments lie in 1..BoardSpan. Cells without a
+// digit are drawn without one. Nothing here changes the Board.
+#pragma once
+
+#include "core/board.h"
+#include "platform/canvas.h"
+#include "play/play_host.h"
+
+namespace tallyon {
+
+// Fixed colours of the marks; they belong to no scheme.
+inline constexpr Colour kEndMarkColour = RGB(240, 0, 0);  // Start and End rings and the "X"s
+inline constexpr Colour kHintMarkColour = RGB(20, 20, 200); // the Hint ring
+
+// Clears the picture with the background and draws the grid lines through the node centres
+// (the outlines of the boxes between neighbouring nodes) in GridColour at GridLineWidth.
+void DrawGrid(Canvas& canvas, const Board& board, const DrawStyle& style);
+
+// Draws one cell at its centre. A node: its shape filled with `fill`, outlined in GridColour,
+// and its digit in `fore`. A link cell: a patch of `fill` under its digit, and the digit in
+// `fore`. A gap draws nothing.
+void DrawCell(Canvas& canvas, const Board& board, const DrawStyle& style, int row, int col,
+              Colour fore, Colour fill);
+// DrawCell in the node colours (FontColour on ShapeColour) and in the link-cell colours
+// (GridColour on the background).
+void DrawCellAsNode(Canvas& canvas, const Board& board, const DrawStyle& style, int row, int col);
+void DrawCellAsLink(Canvas& canvas, const Board& board, const DrawStyle& style, int row, int col);
+
+// Value 1: the line between the two cells' centres in UserLineColour at 3 x GridLineWidth.
+// Any other value: erases that line with the background and draws the grid line again in
+// GridColour at GridLineWidth.
+void DrawLink(Canvas& canvas, const Board& board, const DrawStyle& style, int value, int rowA,
+              int colA, int rowB, int colB);
+
+// Rings around Start and End, an "X" outside the board beside each (left of Start and right of
+// End, or above Start and below End for a puzzle that starts at the top), and a thinner ring
+// around the Hint node. Draws nothing for key nodes that are not on the board.
+void DrawMarks(Canvas& canvas, const Board& board, const DrawStyle& style);
+
+// The whole board in the order grid, cells, links, marks. Mode 1 draws the solution path from
+// PathList as plain lines; any other mode the user's links, each as the linking code draws it
+// (the line, then its two end nodes and its link cell again on top).
+void DrawBoard(Canvas& canvas, const Board& board, const DrawStyle& style, int mode);
+
+// The same on the host's board picture, in the host's current style.
+void DrawBoard(PlayHost& host, const Board& board, int mode);
+void DrawMarks(PlayHost& host, const Board& board);
+
+// True when (row, col) lies on the board, 1..BoardSpan in both.
+bool OnBoard(const Board& board, int row, int col);
+
+} // namespace tallyon

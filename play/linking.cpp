@@ -1,0 +1,148 @@
+// Linking by mouse: the pointer offers the link cell under it, a button release links or unlinks.
+#include "play/linking.h"
+
+#include "play/draw.h"
+#include "play/play_text.h"
+
+#include <cmath>
+#include <string>
+
+namespace tallyon {
+namespace {
+
+// The lattice coordinate under a picture coordinate, or 0 in the dead zone between two cells.
+int LatticeIndex(float position, int origin, int pitch)
+{
+    if (pitch <= 0)
+        return 0;
+    const double dx = std::floor(static_cast<double>(position) - origin);
+    const int u = RoundHalfEven(2.0 * dx / pitch);
+    return (u % 2 == 0) ? u / 2 + 1 : 0;
+}
+
+void ClearHover(PlayState& state)
+{
+    state.HoverRow = state.HoverCol = 0;
+    state.EndARow = state.EndACol = state.EndBRow = state.EndBCol = 0;
+}
+
+void ForgetEnds(PlayState& state)
+{
+    state.EndARow = state.EndACol = state.EndBRow = state.EndBCol = 0;
+}
+
+// The end nodes of the hovered link cell: left and right of a horizontal one, above and below
+// a vertical one.
+void SetEnds(PlayState& state)
+{
+    const int row = state.HoverRow, col = state.HoverCol;
+    if (col % 2 == 0) {
+        state.EndARow = row, state.EndACol = col - 1;
+        state.EndBRow = row, state.EndBCol = col + 1;
+    }
+    if (col % 2 != 0) {
+        state.EndARow = row - 1, state.EndACol = col;
+        state.EndBRow = row + 1, state.EndBCol = col;
+    }
+}
+
+// Redraws what a link change touched: the line, both ends, the link cell and the marks.
+void DrawChange(PlayHost& host, const Board& board, const PlayState& state, int value, bool touchesKey)
+{
+    const std::unique_ptr<Canvas> canvas = host.OpenBoardCanvas();
+    const DrawStyle style = host.Style();
+    DrawLink(*canvas, board, style, value, state.EndARow, state.EndACol, state.EndBRow, state.EndBCol);
+    DrawCellAsNode(*canvas, board, style, state.EndARow, state.EndACol);
+    DrawCellAsNode(*canvas, board, style, state.EndBRow, state.EndBCol);
+    DrawCellAsLink(*canvas, board, style, state.HoverRow, state.HoverCol);
+    if (touchesKey)
+        DrawMarks(*canvas, board, style);
+}
+
+// The link value a release writes, or -1 when it changes nothing.
+int LinkValueFor(PlayHost& host, const Board& board, int button, int idA, int idB)
+{
+    if (button == 2)
+        return (board.NodeLinks(idA, idB) == 0 || board.NodeLinks(idB, idA) == 0) ? -1 : 0;
+    if (board.NodeLinks(idA, idB) == 1) {
+        host.SetStatus("Lined already");
+        return -1;
+    }
+    return 1;
+}
+
+} // namespace
+
+void HoverCell(PlayHost& host, const Board& board, PlayState& state, float x, float y)
+{
+    host.SetHoverCaptions("", "");
+    host.SetStatus("");
+    ClearHover(state);
+    if (board.List2.empty())
+        return;
+
+    const int col = LatticeIndex(x, board.BoardLeft, board.CellPitch);
+    const int row = LatticeIndex(y, board.BoardTop, board.CellPitch);
+    host.SetHoverCaptions(row != 0 ? std::to_string(row) : "", col != 0 ? std::to_string(col) : "");
+    if (!OnBoard(board, row, col) || board.CellState(row, col) != kLinkCell)
+        return;
+    state.HoverRow = row;
+    state.HoverCol = col;
+    SetEnds(state);
+    if (!OnBoard(board, state.EndARow, state.EndACol) || !OnBoard(board, state.EndBRow, state.EndBCol)) {
+        ClearHover(state);
+        return;
+    }
+    host.SetStatus("Use" + CaptionNumber(board.NodeValue(state.EndARow, state.EndACol)) + " and" +
+                   CaptionNumber(board.NodeValue(row, col)) + " to make" +
+                   CaptionNumber(board.NodeValue(state.EndBRow, state.EndBCol)));
+}
+
+void SetLinkFlags(Board& board, int value, int rowA, int colA, int rowB, int colB)
+{
+    if (rowA == rowB && colB > colA) {
+        board.UserRight(rowA, colA) = value;
+        board.UserLeft(rowB, colB) = value;
+    } else if (rowA == rowB && colB < colA) {
+        board.UserLeft(rowA, colA) = value;
+        board.UserRight(rowB, colB) = value;
+    } else if (colA == colB && rowB > rowA) {
+        board.UserDown(rowA, colA) = value;
+        board.UserUp(rowB, colB) = value;
+    } else if (colA == colB && rowB < rowA) {
+        board.UserUp(rowA, colA) = value;
+        board.UserDown(rowB, colB) = value;
+    }
+}
+
+std::string UndoRecord(int value, const PlayState& state)
+{
+    const int fields[] = {value, state.HoverRow, state.HoverCol, state.EndARow,
+                          state.EndACol, state.EndBRow, state.EndBCol};
+    std::string record;
+    for (int field : fields)
+        record += (record.empty() ? "" : ",") + std::to_string(field);
+    return record;
+}
+
+void MakeLink(PlayHost& host, Board& board, PlayState& state, int button)
+{
+    if (state.EndARow < 1 || state.EndACol < 1 || state.EndBRow < 1 || state.EndBCol < 1)
+        return;
+    const int idA = board.CellNo(state.EndARow, state.EndACol);
+    const int idB = board.CellNo(state.EndBRow, state.EndBCol);
+    const int value = LinkValueFor(host, board, button, idA, idB);
+    if (value >= 0) {
+        SetLinkFlags(board, value, state.EndARow, state.EndACol, state.EndBRow, state.EndBCol);
+        board.NodeLinks(idA, idB) = value;
+        board.NodeLinks(idB, idA) = value;
+        const bool touchesKey = idA == board.StartNode || idA == board.EndNode ||
+                                idB == board.StartNode || idB == board.EndNode;
+        DrawChange(host, board, state, value, touchesKey);
+        state.undolist.insert(state.undolist.begin(), UndoRecord(value, state));
+    }
+    ForgetEnds(state);
+    host.SetCheckTimer(true);
+}
+
+} // namespace tallyon

@@ -1,0 +1,90 @@
+// What the play routines need from the main window, and the play state the window owns.
+//
+// Contract: the play routines are plain C++ over a Board, a Canvas and a PlayHost. The main
+// window implements PlayHost with its widgets (Label1, Label2, Label4, Label6, Label7, Label8,
+// Timer2, the error marker, Picture1 and Picture4) and owns one PlayState beside its Board.
+// No play routine keeps state of its own between calls.
+#pragma once
+
+#include "platform/canvas.h"
+#include "platform/colour.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tallyon {
+
+// Colours and widths of the board picture, built by the host from the settings and the active
+// colour scheme.
+struct DrawStyle {
+    Colour GridColour = fixed::DarkText;
+    Colour ShapeColour = 0;
+    Colour FontColour = fixed::DarkText;
+    Colour UserLineColour = 0;
+    Colour Background = fixed::White; // the scheme's entry 2
+    int GridLineWidth = 1;            // pen units (one logical pixel on screen)
+    int NodeShape = 2;                // 2 circle, anything else a box
+    std::string FontFamily = "Arial";
+};
+
+// A label's caption and its tag, both as text.
+struct LabelText {
+    std::string caption;
+    std::string tag;
+};
+
+// The main window as the play routines see it. Every call takes effect at once.
+class PlayHost {
+public:
+    virtual ~PlayHost() = default;
+
+    // Label7, the status line.
+    virtual void SetStatus(const std::string& text) = 0;
+    virtual std::string Status() const = 0;
+    // Label1 (hovered row) and Label2 (hovered column).
+    virtual void SetHoverCaptions(const std::string& row, const std::string& column) = 0;
+    // Label8's back colour, the indicator of the periodic check.
+    virtual void SetIndicator(Colour colour) = 0;
+    // Timer2, the periodic check (interval 2000 ms); its ticks call Timer2Tick.
+    virtual void SetCheckTimer(bool enabled) = 0;
+    virtual bool CheckTimerEnabled() const = 0;
+    // The error marker over the board picture; left, top and size in twips of the picture.
+    virtual void ShowErrorMarker(int left, int top, int size) = 0;
+    virtual void HideErrorMarker() = 0;
+    // The busy pointer for the whole screen (hourglass on, default off).
+    virtual void SetBusy(bool busy) = 0;
+    // Enables or disables the board pictures Picture1 and Picture4 together.
+    virtual void SetBoardEnabled(bool enabled) = 0;
+    // Label4 (grid size) and Label6 (start side), caption and tag.
+    virtual LabelText GridSizeLabel() const = 0;
+    virtual void SetGridSizeLabel(const LabelText& label) = 0;
+    virtual LabelText StartSideLabel() const = 0;
+    virtual void SetStartSideLabel(const LabelText& label) = 0;
+    // Shows the program's message box and returns its result code (6 = Yes).
+    virtual int Ask(const std::string& message, const std::string& style) = 0;
+    // Width of the board picture in twips.
+    virtual int PictureWidth() const = 0;
+    // A canvas on the board picture's backing image; what is drawn shows when it is destroyed.
+    virtual std::unique_ptr<Canvas> OpenBoardCanvas() = 0;
+    // The current colours and widths.
+    virtual DrawStyle Style() const = 0;
+    // The window's layout step and colour application, run before a full redraw.
+    virtual void ApplyLayoutAndColours() = 0;
+};
+
+// Hover and undo state of play, owned by the main window beside the Board.
+struct PlayState {
+    // The offered triple: the link cell under the pointer and its two end nodes (A left or
+    // above, B right or below). All 0 when nothing is offered.
+    int HoverRow = 0;
+    int HoverCol = 0;
+    int EndARow = 0;
+    int EndACol = 0;
+    int EndBRow = 0;
+    int EndBCol = 0;
+    // The undo history, newest record at index 0; never cleared by a new puzzle.
+    std::vector<std::string> undolist;
+};
+
+} // namespace tallyon
