@@ -1,0 +1,119 @@
+// The board model's set-up: geometry, clearing, cell numbers and the path look-up.
+#include "core/board.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+namespace tallyon {
+
+void IndexFault(const char* what, int first, int second)
+{
+    std::fprintf(stderr, "tallyon: index out of range in %s array: (%d, %d)\n", what, first, second);
+    std::fflush(stderr);
+    std::abort();
+}
+
+int RoundHalfEven(double value)
+{
+    const double below = std::floor(value);
+    const double fraction = value - below;
+    double result = below;
+    if (fraction > 0.5) {
+        result = below + 1.0;
+    } else if (fraction == 0.5) {
+        // An exact half goes to the even neighbour.
+        result = std::fmod(below, 2.0) == 0.0 ? below : below + 1.0;
+    }
+    return static_cast<int>(result);
+}
+
+int WrapGridSize(int size)
+{
+    if (size > 10)
+        return 4;
+    if (size < 4)
+        return 10;
+    return size;
+}
+
+void LayoutBoard(Board& board, int pictureWidth)
+{
+    const int n = board.GridSize;
+    board.BoardSpan = 2 * n + 1;
+    board.CellBase = 134 - 11 * (n - 6);
+    board.CellPitch = 4 * board.CellBase;
+    board.QuarterPitch = RoundHalfEven(board.CellPitch / 4.0);
+    board.HalfPitch = RoundHalfEven(board.CellPitch / 2.0);
+    const int margin = RoundHalfEven((pictureWidth - (board.BoardSpan - 1) * board.CellPitch) / 2.0);
+    board.BoardLeft = margin;
+    board.BoardTop = margin;
+    board.FontSize = 12.0 - 0.6 * (n - 5);
+}
+
+static void ClearCells(Board& board)
+{
+    board.NodeValue.Fill(0);
+    board.CellState.Fill(0);
+    board.PathLeft.Fill(0);
+    board.PathRight.Fill(0);
+    board.PathUp.Fill(0);
+    board.PathDown.Fill(0);
+    board.UserLeft.Fill(0);
+    board.UserRight.Fill(0);
+    board.UserUp.Fill(0);
+    board.UserDown.Fill(0);
+    board.CellMark.Fill(std::string());
+    board.CellX.Fill(-1);
+    board.CellY.Fill(-1);
+    board.CellNo.Fill(0);
+    board.CellRow.Fill(0);
+    board.CellCol.Fill(0);
+    board.NodeLinks.Fill(0);
+}
+
+static void NumberCells(Board& board)
+{
+    int counter = 0;
+    for (int row = 1; row <= board.BoardSpan; ++row) {
+        for (int col = 1; col <= board.BoardSpan; ++col) {
+            ++counter;
+            board.CellNo(row, col) = counter;
+            board.CellRow[counter] = row;
+            board.CellCol[counter] = col;
+            board.CellX(row, col) = (col - 1) * board.CellPitch + board.BoardLeft;
+            board.CellY(row, col) = (row - 1) * board.CellPitch + board.BoardTop;
+        }
+    }
+}
+
+void ResetBoard(Board& board, int pictureWidth)
+{
+    ClearCells(board);
+    board.PathList.clear();
+    board.List2.clear();
+    board.List3.clear();
+    board.KeyNodes = {0, 0, 0};
+    board.StartNode = 0;
+    board.EndNode = 0;
+    LayoutBoard(board, pictureWidth);
+    NumberCells(board);
+}
+
+int IsOnPath(const Board& board, int row, int col)
+{
+    if (row < 1 || row > board.BoardSpan || col < 1 || col > board.BoardSpan)
+        return 0;
+    // The text of the cell number followed by ",", searched as plain text: "3," is also
+    // found inside "13,". Callers only ask whether the answer is above 0.
+    char text[16];
+    auto [end, ec] = std::to_chars(text, text + sizeof text - 1, board.CellNo(row, col));
+    (void)ec;
+    *end++ = ',';
+    const std::size_t at = std::string_view(board.PathList).find(std::string_view(text, end - text));
+    return at == std::string_view::npos ? 0 : static_cast<int>(at) + 1;
+}
+
+} // namespace tallyon

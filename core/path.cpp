@@ -1,0 +1,340 @@
+// Path generation: the always-turning walk from the left edge to the right edge, its
+// expansion with link cells, and the quarter turn for puzzles that start at the top.
+#include "core/generator.h"
+#include "core/link_rule.h"
+#include "core/random.h"
+#include "core/path_round.h"
+#include "core/walk_reach.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <charconv>
+#include <cstring>
+#include <utility>
+
+namespace tallyon {
+namespace {
+
+// Appends "<n>," to text without going through a temporary string.
+void AppendNumber(std::string& text, int n)
+{
+    char digits[16];
+    auto [end, ec] = std::to_chars(digits, digits + sizeof digits - 1, n);
+    (void)ec;
+    *end++ = ',';
+    text.append(digits, static_cast<std::size_t>(end - digits));
+}
+
+// Sets the two flags of one step, one at each end.
+void SetStepFlags(Board& b, int row, int col, int newRow, int newCol, char dir)
+{
+    switch (dir) {
+    case 'L': b.PathLeft(row, col) = 1; b.PathRight(newRow, newCol) = 1; break;
+    case 'R': b.PathRight(row, col) = 1; b.PathLeft(newRow, newCol) = 1; break;
+    case 'U': b.PathUp(row, col) = 1; b.PathDown(newRow, newCol) = 1; break;
+    case 'D': b.PathDown(row, col) = 1; b.PathUp(newRow, newCol) = 1; break;
+    default: break;
+    }
+}
+
+void ClearFlagsAt(Board& b, int row, int col)
+{
+    b.PathLeft(row, col) = 0;
+    b.PathRight(row, col) = 0;
+    b.PathUp(row, col) = 0;
+    b.PathDown(row, col) = 0;
+}
+
+// Sets every cell from (1, 1) to (span, span) in storage order to 0: the board's cells and,
+// between its rows, cells outside the board, which hold 0 anyway.
+void ClearBoardCells(CellArray<int>& cells, int span)
+{
+    int* first = &cells(1, 1);
+    const int* last = &cells(span, span);
+    std::memset(first, 0, static_cast<std::size_t>(last - first + 1) * sizeof(int));
+}
+
+// The nodes touched by the current attempt, so that a new attempt clears only those.
+struct AttemptNodes {
+    static constexpr int Max = 14 * 14; // nodes of the largest lattice the arrays hold
+    std::array<std::pair<int, int>, Max> at; // the first count entries are set
+    int count = 0;
+    void Add(int row, int col)
+    {
+        if (count < Max)
+            at[static_cast<std::size_t>(count++)] = {row, col};
+    }
+};
+
+int DrawStartRow(const Board& b)
+{
+    int row = 0;
+    do {
+        LetPendingEventsRun();
+        row = RandomInt(b.BoardSpan, 1);
+    } while (row % 2 == 0);
+    return row;
+}
+
+// True when some step that ChooseStep can offer from (row, col) would be accepted. Without
+// one, every remaining try of the attempt is refused.
+bool CanMove(const Board& b, const WalkReach& reach, int row, int col, char last)
+{
+    const int span = b.BoardSpan;
+    struct Option {
+        bool offered;
+        int row, col;
+        char dir;
+    };
+    const Option options[] = {
+        {col < span - 1, row, col + 2, 'R'},
+        {col > 2, row, col - 2, 'L'},
+        {row > 2, row - 2, col, 'U'},
+        {row < span - 1, row + 2, col, 'D'},
+    };
+    for (const Option& o : options)
+        if (o.offered && o.dir != last && !reach.Used(o.row, o.col))
+            return true;
+    return false;
+}
+
+// The fewest tries that can still reach the right edge from column col: one "R" per two
+// columns, and never two "R" in a row.
+int TriesToRightEdge(const Board& b, int col, char last)
+{
+    const int rights = (b.BoardSpan - col) / 2;
+    return last == 'R' ? 2 * rights : 2 * rights - 1;
+}
+
+// One attempt of the walk; true when it reached the right edge within 100 tries. An
+// attempt that is stuck, or too far from the right edge for the tries it has left, is
+// abandoned at once: its remaining tries could only be refused or run out, and
+// every draw reseeds from the clock, so skipping them changes nothing but the time spent.
+bool WalkAttempt(Board& b, AttemptNodes& nodes, WalkReach& reach)
+{
+    int row = DrawStartRow(b);
+    int col = 1;
+    b.StartNode = b.CellNo(row, 1);
+    AppendNumber(b.PathList, b.StartNode);
+    reach.AddListed(b.StartNode);
+    nodes.Add(row, col);
+    char last = 0;
+    for (int tries = 1; tries <= 100; ++tries) {
+        if (TriesToRightEdge(b, col, last) > 101 - tries)
+            return false;
+        const Step step = ChooseStep(b, row, col);
+        const char dir = step.direction.empty() ? 0 : step.direction[0];
+        if (dir == last)
+            continue;
+        // The used-node table answers what IsOnPath would, without searching the list.
+        const bool used = reach.Used(step.row, step.col);
+        assert(used == (IsOnPath(b, step.row, step.col) > 0));
+        if (used)
+            continue;
+        const int number = b.CellNo(step.row, step.col);
+        AppendNumber(b.PathList, number);
+        reach.AddListed(number);
+        SetStepFlags(b, row, col, step.row, step.col, dir);
+        nodes.Add(step.row, step.col);
+        if (step.col == b.BoardSpan) {
+            b.EndNode = b.CellNo(step.row, b.BoardSpan);
+            b.KeyNodes[0] = b.StartNode;
+            b.KeyNodes[2] = b.EndNode;
+            return true;
+        }
+        row = step.row;
+        col = step.col;
+        last = dir;
+        if (!CanMove(b, reach, row, col, last))
+            return false;
+    }
+    return false;
+}
+
+} // namespace
+
+Step ChooseStep(const Board& board, int row, int col)
+{
+    const int v = RandomInt(100, 0);
+    const int span = board.BoardSpan;
+    if (col < span - 1 && v > 75)
+        return {row, col + 2, "R"};
+    if (col > 2 && v > 50)
+        return {row, col - 2, "L"};
+    if (row > 2 && v > 25)
+        return {row - 2, col, "U"};
+    if (row < span - 1)
+        return {row + 2, col, "D"};
+    return {row, col, ""};
+}
+
+namespace {
+
+// Draws attempts until one reaches the right edge. The flags of an abandoned attempt sit
+// only on its own nodes, so each new attempt clears just those.
+void WalkUntilRightEdge(Board& board)
+{
+    AttemptNodes nodes;
+    WalkReach reach;
+    for (;;) {
+        for (int i = 0; i < nodes.count; ++i)
+            ClearFlagsAt(board, nodes.at[static_cast<std::size_t>(i)].first,
+                         nodes.at[static_cast<std::size_t>(i)].second);
+        nodes.count = 0;
+        board.PathList.clear();
+        reach.Reset(board);
+        LetPendingEventsRun();
+        if (WalkAttempt(board, nodes, reach))
+            return;
+    }
+}
+
+void ClearPathMarks(Board& board)
+{
+    for (CellArray<int>* cells : {&board.CellState, &board.PathLeft, &board.PathRight, &board.PathUp, &board.PathDown})
+        ClearBoardCells(*cells, board.BoardSpan);
+}
+
+} // namespace
+
+void LayPath(Board& board)
+{
+    // Cells outside 1..BoardSpan are written only by ResetBoard's clearing, so clearing
+    // the board's own cells clears the whole arrays.
+    ClearBoardCells(board.NodeValue, board.BoardSpan);
+    for (int r = 1; r <= board.BoardSpan; ++r)
+        for (int c = 1; c <= board.BoardSpan; ++c)
+            board.CellMark(r, c).clear();
+    ClearPathMarks(board);
+    WalkUntilRightEdge(board);
+}
+
+void LayPathAgain(Board& board)
+{
+    ClearPathMarks(board);
+    WalkUntilRightEdge(board);
+}
+
+std::string PathLinks(const Board& board, int row, int col)
+{
+    if (row < 1 || row > board.BoardSpan || col < 1 || col > board.BoardSpan)
+        return "X";
+    // Each letter goes in front of the others, "L" first, so they read U, D, R, L.
+    char links[4];
+    int n = 0;
+    if (board.PathUp(row, col) == 1)
+        links[n++] = 'U';
+    if (board.PathDown(row, col) == 1)
+        links[n++] = 'D';
+    if (board.PathRight(row, col) == 1)
+        links[n++] = 'R';
+    if (board.PathLeft(row, col) == 1)
+        links[n++] = 'L';
+    return std::string(links, static_cast<std::size_t>(n));
+}
+
+namespace {
+
+// Removes the letter of the way back from a node's links.
+void RemoveLetter(std::string& links, char back)
+{
+    const std::size_t at = links.find(back);
+    if (at != std::string::npos)
+        links.erase(at, 1);
+}
+
+} // namespace
+
+void ExpandPath(Board& board)
+{
+    int row = board.CellRow[board.StartNode];
+    int col = board.CellCol[board.StartNode];
+    board.PathList.clear();
+    AppendNumber(board.PathList, board.StartNode);
+    board.CellState(row, col) = kPathNodeMark;
+    std::string pending = PathLinks(board, row, col);
+    for (;;) {
+        LetPendingEventsRun();
+        if (board.CellNo(row, col) == board.EndNode) {
+            board.CellState(row, col) = kPathNodeMark;
+            return;
+        }
+        if (pending.size() != 1)
+            return;
+        int dr = 0, dc = 0;
+        char back = 0;
+        switch (pending[0]) {
+        case 'D': dr = 1; back = 'U'; break;
+        case 'R': dc = 1; back = 'L'; break;
+        case 'L': dc = -1; back = 'R'; break;
+        case 'U': dr = -1; back = 'D'; break;
+        default: return;
+        }
+        AppendNumber(board.PathList, board.CellNo(row + dr, col + dc));
+        AppendNumber(board.PathList, board.CellNo(row + 2 * dr, col + 2 * dc));
+        board.CellState(row + dr, col + dc) = kPathLinkMark;
+        board.CellState(row + 2 * dr, col + 2 * dc) = kPathNodeMark;
+        row += 2 * dr;
+        col += 2 * dc;
+        pending = PathLinks(board, row, col);
+        RemoveLetter(pending, back);
+    }
+}
+
+namespace {
+
+// The letter of the step from one cell to the next, or 0 when they share no line.
+char DirectionBetween(const Board& b, int from, int to)
+{
+    const int r1 = b.CellRow[from], c1 = b.CellCol[from];
+    const int r2 = b.CellRow[to], c2 = b.CellCol[to];
+    if (r1 == r2)
+        return c2 > c1 ? 'R' : 'L';
+    if (c1 == c2)
+        return r2 > r1 ? 'D' : 'U';
+    return 0;
+}
+
+} // namespace
+
+void TurnPath(Board& board)
+{
+    const int span = board.BoardSpan;
+    board.PathList.clear();
+    board.List3.clear();
+    for (const std::string& item : board.List2) {
+        const int k = std::stoi(item);
+        const int r = board.CellRow[k];
+        const int c = board.CellCol[k];
+        board.List3.push_back(FormatNumber(board.CellNo(c, span + 1 - r)));
+    }
+    for (const std::string& item : board.List3)
+        board.PathList += item + ",";
+
+    CellArray<int> values;
+    CellArray<int> states;
+    for (int r = 1; r <= span; ++r) {
+        for (int c = 1; c <= span; ++c) {
+            values(r, c) = board.NodeValue(r, c);
+            states(r, c) = board.CellState(r, c);
+            board.CellMark(r, c).clear();
+        }
+    }
+    for (int r = 1; r <= span; ++r) {
+        for (int c = 1; c <= span; ++c) {
+            board.NodeValue(c, span + 1 - r) = values(r, c);
+            board.CellState(c, span + 1 - r) = states(r, c);
+        }
+    }
+    board.List2 = board.List3;
+    // The direction of each step, kept beside the earlier cell of the pair.
+    for (std::size_t i = 0; i + 1 < board.List2.size(); ++i) {
+        const int from = std::stoi(board.List2[i]);
+        const int to = std::stoi(board.List2[i + 1]);
+        const char dir = DirectionBetween(board, from, to);
+        board.CellMark(board.CellRow[from], board.CellCol[from]).assign(dir ? 1 : 0, dir);
+    }
+}
+
+} // namespace tallyon

@@ -1,0 +1,15 @@
+// The path walk as the new-puzzle driver repeats it, round after round.
+//
+// Contract: LayPathAgain(board) lays a path exactly as LayPath does, but only on a board on
+// which nothing but LayPath and ExpandPath has run since the last LayPath. Those two write
+// no digits and no marks, so it leaves NodeValue and CellMark as they are (already clear)
+// and clears only CellState and the path flags.
+#pragma once
+
+#include "core/board.h"
+
+namespace tallyon {
+
+void LayPathAgain(Board& board);
+
+} // namespace tallyon

@@ -1,0 +1,178 @@
+// The new-puzzle stage sequence: path, digits, decoys, start side and key nodes.
+#include "core/generator.h"
+#include "core/link_rule.h"
+#include "core/path_round.h"
+#include "core/random.h"
+
+#include <cassert>
+#include <memory>
+
+namespace tallyon {
+namespace {
+
+// What a path round leaves on the board, kept for the longest round.
+struct PathRound {
+    std::string PathList;
+    CellArray<int> PathLeft, PathRight, PathUp, PathDown;
+    CellArray<int> CellState;
+    CellArray<std::string> CellMark;
+    int StartNode = 0;
+    int EndNode = 0;
+    std::array<int, 3> KeyNodes{};
+
+    void Take(const Board& b)
+    {
+        PathList = b.PathList;
+        PathLeft = b.PathLeft;
+        PathRight = b.PathRight;
+        PathUp = b.PathUp;
+        PathDown = b.PathDown;
+        CellState = b.CellState;
+        CellMark = b.CellMark;
+        StartNode = b.StartNode;
+        EndNode = b.EndNode;
+        KeyNodes = b.KeyNodes;
+    }
+    void Give(Board& b) const
+    {
+        b.PathList = PathList;
+        b.PathLeft = PathLeft;
+        b.PathRight = PathRight;
+        b.PathUp = PathUp;
+        b.PathDown = PathDown;
+        b.CellState = CellState;
+        b.CellMark = CellMark;
+        b.StartNode = StartNode;
+        b.EndNode = EndNode;
+        b.KeyNodes = KeyNodes;
+    }
+};
+
+int DecimalLength(int n)
+{
+    int length = 1;
+    for (; n >= 10; n /= 10)
+        ++length;
+    return length;
+}
+
+// The length ExpandPath will give the node list that LayPath left: each link cell's number
+// is the mean of its two nodes' numbers, and every number takes its digits and a comma.
+std::size_t ExpandedLength(const Board& board)
+{
+    std::size_t length = board.PathList.size();
+    int previous = 0, number = 0;
+    for (char ch : board.PathList) {
+        if (ch != ',') {
+            number = number * 10 + (ch - '0');
+            continue;
+        }
+        if (previous > 0)
+            length += static_cast<std::size_t>(DecimalLength((previous + number) / 2) + 1);
+        previous = number;
+        number = 0;
+    }
+    return length;
+}
+
+// Lays paths until one is long enough or the round bound is reached; in the latter case
+// the longest path of all rounds (the first of that length) is put back. A round that is
+// neither long enough nor the longest so far is dropped by the next one untouched, so its
+// expansion is skipped.
+BuildStats LayLongPath(Board& board)
+{
+    BuildStats stats;
+    const std::size_t wanted = static_cast<std::size_t>(30 * board.GridSize);
+    std::unique_ptr<PathRound> longest;
+    for (;;) {
+        if (stats.Rounds == 0)
+            LayPath(board);
+        else
+            LayPathAgain(board);
+        ++stats.Rounds;
+        const std::size_t length = ExpandedLength(board);
+        if (length >= wanted || !longest || length > longest->PathList.size()) {
+            ExpandPath(board);
+            assert(board.PathList.size() == length);
+            if (length >= wanted)
+                return stats;
+            if (!longest)
+                longest = std::make_unique<PathRound>();
+            longest->Take(board);
+        }
+        if (stats.Rounds >= kMaxPathRounds) {
+            longest->Give(board);
+            stats.BoundHit = true;
+            return stats;
+        }
+    }
+}
+
+void FillList2(Board& board)
+{
+    board.List2.clear();
+    std::string piece;
+    for (char ch : board.PathList) {
+        if (ch != ',') {
+            piece.push_back(ch);
+            continue;
+        }
+        board.List2.push_back(FormatNumber(std::stoi(piece)));
+        piece.clear();
+    }
+}
+
+int ResolveStartSide(int tag)
+{
+    if (tag != kSideRandom)
+        return tag;
+    int side = kSideLeft;
+    if (RandomInt(100, 0) > 50)
+        side = kSideTop;
+    return side;
+}
+
+void SetKeyNodes(Board& board)
+{
+    const std::size_t count = board.List2.size();
+    const int hint = RoundHalfEven(static_cast<double>(count) / 2.0);
+    board.KeyNodes[1] = std::stoi(board.List2[static_cast<std::size_t>(hint)]);
+    board.KeyNodes[0] = std::stoi(board.List2.front());
+    board.KeyNodes[2] = std::stoi(board.List2.back());
+    board.StartNode = board.KeyNodes[0];
+    board.EndNode = board.KeyNodes[2];
+}
+
+// CellState for play: -1 no cell, 0 a cell with a digit, 1 a node.
+void PrepareCellState(Board& board)
+{
+    for (int r = 1; r <= board.BoardSpan; ++r)
+        for (int c = 1; c <= board.BoardSpan; ++c)
+            board.CellState(r, c) = board.NodeValue(r, c) > 0 ? kLinkCell : kNoCell;
+    for (int r = 1; r <= board.BoardSpan; r += 2)
+        for (int c = 1; c <= board.BoardSpan; c += 2)
+            board.CellState(r, c) = kNodeCell;
+}
+
+} // namespace
+
+BuildStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int trace)
+{
+    ResetBoard(board, pictureWidth);
+    const BuildStats stats = LayLongPath(board);
+    NumberPath(board, trace);
+    SpreadDecoys(board);
+    FillDecoys(board, trace);
+    CheckDecoys(board);
+    FillList2(board);
+    board.StartSide = ResolveStartSide(startSideTag);
+    if (board.StartSide == kSideTop)
+        TurnPath(board);
+    SetKeyNodes(board);
+    PrepareCellState(board);
+    return stats;
+}
+
+std::string GridSizeText(int n) { return FormatNumber(n) + "x" + FormatNumber(n); }
+
+} // namespace tallyon
