@@ -1,6 +1,8 @@
 // The canvas on a QPainter: the screen, the printer and the clipboard picture.
 #include "platform/qpainter_canvas.h"
 
+#include "platform/qt_colour.h"
+
 #include <QFont>
 #include <QFontMetricsF>
 #include <QPainter>
@@ -9,8 +11,6 @@
 
 namespace tallyon {
 namespace {
-
-QColor ToQColor(Colour c) { return QColor(RedOf(c), GreenOf(c), BlueOf(c)); }
 
 QFont ToQFont(const FontSpec& spec)
 {
@@ -41,6 +41,8 @@ void QPainterCanvas::Line(int x1, int y1, int x2, int y2, Colour colour, int pen
 {
     QPen pen(ToQColor(colour), std::max(1, penWidth) * penUnit_, Qt::SolidLine, Qt::RoundCap);
     painter_.setPen(pen);
+    // Lines along an axis stay crisp (and cheap) without antialiasing; slanted ones need it.
+    painter_.setRenderHint(QPainter::Antialiasing, x1 != x2 && y1 != y2);
     painter_.drawLine(QPointF(ToDevice(x1), ToDevice(y1)), QPointF(ToDevice(x2), ToDevice(y2)));
 }
 
@@ -48,6 +50,7 @@ void QPainterCanvas::Box(int x1, int y1, int x2, int y2, Colour colour, int penW
 {
     QPen pen(ToQColor(colour), std::max(1, penWidth) * penUnit_, Qt::SolidLine, Qt::SquareCap,
              Qt::MiterJoin);
+    painter_.setRenderHint(QPainter::Antialiasing, false);
     painter_.setPen(pen);
     painter_.setBrush(Qt::NoBrush);
     painter_.drawRect(QRectF(QPointF(ToDevice(x1), ToDevice(y1)), QPointF(ToDevice(x2), ToDevice(y2))));
@@ -55,18 +58,50 @@ void QPainterCanvas::Box(int x1, int y1, int x2, int y2, Colour colour, int penW
 
 void QPainterCanvas::FilledBox(int x1, int y1, int x2, int y2, Colour fill)
 {
+    painter_.setRenderHint(QPainter::Antialiasing, false);
     painter_.fillRect(QRectF(QPointF(ToDevice(x1), ToDevice(y1)), QPointF(ToDevice(x2), ToDevice(y2))),
                       ToQColor(fill));
+}
+
+void QPainterCanvas::PaintCircle(QPainter& painter, QPointF centre, double r, Colour outline,
+                                 double pen, std::optional<Colour> fill)
+{
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    painter.setPen(QPen(ToQColor(outline), pen));
+    painter.setBrush(fill ? QBrush(ToQColor(*fill)) : QBrush(Qt::NoBrush));
+    painter.drawEllipse(centre, r, r);
+    painter.setBrush(Qt::NoBrush);
 }
 
 void QPainterCanvas::Circle(int cx, int cy, int radius, Colour outline, int penWidth,
                             std::optional<Colour> fill)
 {
-    painter_.setPen(QPen(ToQColor(outline), std::max(1, penWidth) * penUnit_));
-    painter_.setBrush(fill ? QBrush(ToQColor(*fill)) : QBrush(Qt::NoBrush));
     const double r = ToDevice(radius);
-    painter_.drawEllipse(QPointF(ToDevice(cx), ToDevice(cy)), r, r);
-    painter_.setBrush(Qt::NoBrush);
+    const double pen = std::max(1, penWidth) * penUnit_;
+    const QPointF centre(ToDevice(cx), ToDevice(cy));
+    const int type = painter_.device()->devType();
+    if (type != QInternal::Image && type != QInternal::Pixmap) {
+        PaintCircle(painter_, centre, r, outline, pen, fill); // vector output stays vector
+        return;
+    }
+    // On a raster surface a board's many equal circles are rendered once and stamped.
+    const CircleKey key{radius, outline, penWidth, fill.has_value(), fill.value_or(0)};
+    auto found = circles_.find(key);
+    const double half = r + pen;
+    if (found == circles_.end()) {
+        const qreal ratio = painter_.device()->devicePixelRatioF();
+        const int side = static_cast<int>(std::ceil(2 * half * ratio)) + 2;
+        QImage stamp(side, side, QImage::Format_ARGB32_Premultiplied);
+        stamp.setDevicePixelRatio(ratio);
+        stamp.fill(Qt::transparent);
+        QPainter painter(&stamp);
+        PaintCircle(painter, QPointF(side / ratio / 2, side / ratio / 2), r, outline, pen, fill);
+        painter.end();
+        found = circles_.emplace(key, stamp).first;
+    }
+    const QImage& stamp = found->second;
+    const double offset = stamp.width() / stamp.devicePixelRatioF() / 2;
+    painter_.drawImage(QPointF(centre.x() - offset, centre.y() - offset), stamp);
 }
 
 const QFont& QPainterCanvas::FontFor(const FontSpec& wanted)

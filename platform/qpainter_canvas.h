@@ -8,10 +8,13 @@
 #include "platform/canvas.h"
 
 #include <QFont>
+#include <QImage>
+#include <QPointF>
 #include <QStaticText>
 
 #include <map>
 #include <string>
+#include <tuple>
 
 class QPainter;
 
@@ -37,6 +40,11 @@ private:
     // The QFont of a FontSpec; the last one is kept, with the laid-out texts drawn in it, so that
     // runs of text in one font (a board's digits) are not set up anew for every call.
     const QFont& FontFor(const FontSpec& wanted);
+    static void PaintCircle(QPainter& painter, QPointF centre, double r, Colour outline, double pen,
+                            std::optional<Colour> fill);
+    // Circles already rendered on a raster surface: radius, outline, pen, filled, fill.
+    using CircleKey = std::tuple<int, Colour, int, bool, Colour>;
+    std::map<CircleKey, QImage> circles_;
     QPainter& painter_;
     double scale_;   // device units per twip
     double penUnit_;

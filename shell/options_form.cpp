@@ -156,7 +156,7 @@ void Form6::Recolour()
 
 Colour Form6::LabelTextColour(QLabel* label) const
 {
-    return windowpaint::FromQColor(label->palette().color(QPalette::WindowText));
+    return FromQColor(label->palette().color(QPalette::WindowText));
 }
 
 void Form6::SwatchMouseUp(QLabel* swatch, int button)

@@ -31,15 +31,15 @@ void SampleShape::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     if (kind_ == Kind::Line) {
-        QPen pen(windowpaint::ToQColor(borderColor_), borderWidth_);
+        QPen pen(ToQColor(borderColor_), borderWidth_);
         pen.setCapStyle(Qt::FlatCap);
         painter.setPen(pen);
         const int y = height() / 2;
         painter.drawLine(2, y, width() - 3, y);
         return;
     }
-    painter.setPen(QPen(windowpaint::ToQColor(fixed::DarkText), 1));
-    painter.setBrush(windowpaint::ToQColor(fillColor_));
+    painter.setPen(QPen(ToQColor(fixed::DarkText), 1));
+    painter.setBrush(ToQColor(fillColor_));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 

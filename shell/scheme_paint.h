@@ -1,7 +1,7 @@
 // Putting a colour scheme on widgets: the menu bar and its menus, and the message box.
 #pragma once
 
-#include "platform/colour.h"
+#include "platform/qt_colour.h"
 #include "shell/settings.h"
 
 #include <QColor>
@@ -10,8 +10,6 @@ class QMenuBar;
 
 namespace tallyon {
 
-inline QColor ToQColor(Colour c) { return QColor(RedOf(c), GreenOf(c), BlueOf(c)); }
-inline Colour FromQColor(const QColor& c) { return RGB(c.red(), c.green(), c.blue()); }
 
 // Paints the bar and every menu reachable from it (submenus too) with one colour: the
 // Window, Base and Button roles of their palettes, with background filling on. Under the

@@ -6,16 +6,6 @@
 
 namespace tallyon::windowpaint {
 
-QColor ToQColor(Colour colour)
-{
-    return QColor(RedOf(colour), GreenOf(colour), BlueOf(colour));
-}
-
-Colour FromQColor(const QColor& colour)
-{
-    return RGB(colour.red(), colour.green(), colour.blue());
-}
-
 namespace {
 
 void SetRoles(QWidget* widget, std::initializer_list<QPalette::ColorRole> roles, Colour colour)

@@ -4,18 +4,11 @@
 // shows whatever style the application runs under.
 #pragma once
 
-#include "platform/colour.h"
-
-#include <QColor>
+#include "platform/qt_colour.h"
 
 class QWidget;
 
 namespace tallyon::windowpaint {
-
-// The packed RGB colour (red in the low byte) as a QColor.
-QColor ToQColor(Colour colour);
-// The QColor packed back (red in the low byte).
-Colour FromQColor(const QColor& colour);
 
 // Background (Window role) of a widget, filled.
 void SetBackground(QWidget* widget, Colour colour);

@@ -1,6 +1,8 @@
 // The box button: its face, its saved properties and the events it passes on.
 #include "ui/box_control.h"
 
+#include "platform/qt_colour.h"
+
 #include "ui/property_bag.h"
 
 #include <QApplication>
@@ -16,7 +18,6 @@ constexpr qreal kTwipsPerPixel = 15.0;
 constexpr qreal kInset = 20.0 / kTwipsPerPixel;  // the bevel's inset, 20 twips
 constexpr int kDefaultFontSize = 8;
 
-QColor ToQColor(Colour c) { return QColor(RedOf(c), GreenOf(c), BlueOf(c)); }
 Colour ToColour(const QColor& c) { return RGB(c.red(), c.green(), c.blue()); }
 
 Colour SystemColour(QPalette::ColorRole role)

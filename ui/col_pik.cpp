@@ -1,6 +1,8 @@
 // The colour picker: swatches set the bars, the bars set the preview and the chosen colour.
 #include "ui/col_pik.h"
 
+#include "platform/qt_colour.h"
+
 #include <QFrame>
 #include <QLabel>
 #include <QPushButton>
@@ -14,7 +16,6 @@ constexpr int kMargin = 6;
 constexpr int kBarTop = 56;
 constexpr int kRowHeight = 28;
 
-QColor ToQColor(Colour c) { return QColor(RedOf(c), GreenOf(c), BlueOf(c)); }
 
 void Paint(QWidget* w, QPalette::ColorRole role, Colour colour)
 {

@@ -1,6 +1,8 @@
 // The file-name dialog control: its button, its saved properties and the file dialog it opens.
 #include "ui/fn_dialog.h"
 
+#include "platform/qt_colour.h"
+
 #include "ui/box_control.h"
 #include "ui/property_bag.h"
 
@@ -24,7 +26,6 @@ FNDialog::DialogHook& Hook()
     return hook;
 }
 
-QColor ToQColor(Colour c) { return QColor(RedOf(c), GreenOf(c), BlueOf(c)); }
 
 // "Name (pattern)"; patterns separated by ";" are given to the dialog separated by blanks.
 QString NameFilter(const QString& name, const QString& types)

@@ -1,6 +1,8 @@
 // The message box window: style keywords, layout in twips, and the answer buttons' keys.
 #include "ui/msg_form.h"
 
+#include "platform/qt_colour.h"
+
 #include <QApplication>
 #include <QFocusEvent>
 #include <QFontMetrics>
@@ -59,7 +61,6 @@ const Keyword kKeywords[] = {
 
 constexpr int Px(int twips) { return twips / MsgForm::kTwipsPerPixel; }
 
-QColor ToQColor(Colour c) { return QColor(RedOf(c), GreenOf(c), BlueOf(c)); }
 
 // Carriage return + line feed, or either alone, starts a new line on screen.
 QString ScreenText(QString text)

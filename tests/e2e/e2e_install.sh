@@ -3,7 +3,7 @@
 # metainfo and icons, and the installed program, started through bin/tallyon, keeps its
 # settings in its own directory from one run to the next.
 here="$(cd "$(dirname "$0")" && pwd)"
-source "$here/e2e_lib.sh"
+source "$here/xvfb_steps.sh"
 
 for tool in desktop-file-validate appstreamcli xprop identify; do
   command -v "$tool" >/dev/null || { echo "SKIP: $tool is not installed"; exit 77; }
@@ -13,6 +13,7 @@ if [ -z "${DISPLAY:-}" ] || [ -z "${TALLYON_E2E_INNER:-}" ]; then
   export TALLYON_E2E_INNER=1
   exec xvfb-run -a -s "-screen 0 1024x768x24" bash "$0"
 fi
+wait_server
 
 APP_ID=io.github.tallyon.Tallyon
 BUILD="$(cd "$BIN_DIR/.." && pwd)"

@@ -2,12 +2,13 @@
 # The real program in a fresh directory: the configuration message, a puzzle, one link made
 # and undone, and File > Exit > Yes writing tallyon.cfg.
 here="$(cd "$(dirname "$0")" && pwd)"
-source "$here/e2e_lib.sh"
+source "$here/xvfb_steps.sh"
 
 if [ -z "${DISPLAY:-}" ] || [ -z "${TALLYON_E2E_INNER:-}" ]; then
   export TALLYON_E2E_INNER=1
   exec xvfb-run -a -s "-screen 0 1024x768x24" bash "$0"
 fi
+wait_server
 
 APP="$(fresh_app_dir)"
 trap 'kill "$PID" 2>/dev/null || true; rm -rf "$APP"' EXIT

@@ -9,6 +9,16 @@ BIN_DIR="${TALLYON_BIN_DIR:?}"
 SHOTS="${TALLYON_SCREENSHOT_DIR:-/tmp}"
 mkdir -p "$SHOTS"
 
+# Waits until the X server answers (xvfb-run may return before it is ready under load).
+wait_server() {
+  for _ in $(seq 100); do
+    xdpyinfo >/dev/null 2>&1 && return 0
+    sleep 0.1
+  done
+  echo "the X server on $DISPLAY does not answer" >&2
+  return 1
+}
+
 # A fresh program directory holding the executable and its data files.
 fresh_app_dir() {
   local dir

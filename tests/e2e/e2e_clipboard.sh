@@ -1,0 +1,57 @@
+#!/usr/bin/env bash
+# The real program copies the puzzle and then its solution to the clipboard; another program
+# reads each picture back while the game runs, and the solution adds the path's dark lines.
+here="$(cd "$(dirname "$0")" && pwd)"
+source "$here/xvfb_steps.sh"
+command -v xclip >/dev/null || { echo "SKIP: xclip is not installed"; exit 77; }
+
+if [ -z "${TALLYON_E2E_INNER:-}" ]; then
+  export TALLYON_E2E_INNER=1
+  exec xvfb-run -a -s "-screen 0 1024x768x24" bash "$0"
+fi
+wait_server
+
+APP="$(fresh_app_dir)"
+WORK="$(mktemp -d /tmp/tallyon-clip.XXXXXX)"
+trap 'kill "$PID" 2>/dev/null || true; rm -rf "$APP" "$WORK"' EXIT
+printf ' 7  2  1  0  0  16777215  1  128  6\r\nxp.col\r\n' > "$APP/tallyon.cfg"
+"$APP/tallyon" & PID=$!
+WIN="$(wait_window Tallyon)"
+sleep 0.3
+xdotool mousemove --window "$WIN" 674 57 click 1   # New Puzzle
+sleep 1
+
+# File > Copy to Clipboard > Puzzle, then > Solution (the submenu opens on its first item).
+copy_from_menu() {
+  xdotool mousemove --window "$WIN" 20 8 click 1
+  sleep 0.3
+  xdotool key Down Down Down Right
+  sleep 0.2
+  [ "$1" = solution ] && xdotool key Down
+  xdotool key Return
+  sleep 0.5
+}
+read_clipboard() {
+  for _ in $(seq 40); do
+    xclip -selection clipboard -t image/png -o > "$1" 2>/dev/null && [ -s "$1" ] && return 0
+    sleep 0.1
+  done
+  fail "no picture on the clipboard"
+}
+
+copy_from_menu puzzle
+read_clipboard "$WORK/puzzle.png"
+copy_from_menu solution
+read_clipboard "$WORK/solution.png"
+cp "$WORK/puzzle.png" "$SHOTS/e2e-clipboard-puzzle.png"
+cp "$WORK/solution.png" "$SHOTS/e2e-clipboard-solution.png"
+
+size_p="$(identify -format '%wx%h' "$WORK/puzzle.png")"
+size_s="$(identify -format '%wx%h' "$WORK/solution.png")"
+[ "$size_p" = "$size_s" ] || fail "pictures differ in size: $size_p and $size_s"
+# Pixels light in the puzzle and dark in the solution: the path's lines.
+added="$(convert "$WORK/puzzle.png" "$WORK/solution.png" -colorspace Gray \
+          -fx '(u>0.6 && v<0.4) ? 1 : 0' -format '%[fx:round(mean*w*h)]' info:)"
+[ "$added" -gt 300 ] || fail "the solution picture shows no path ($added pixels)"
+kill -0 "$PID" || fail "the program ended"
+echo "e2e_clipboard: 1 passed, 0 failed"
