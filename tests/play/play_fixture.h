@@ -1,14 +1,15 @@
 // Test support for the play routines: a fake main window over a recording canvas, and boards
-// with a hand-laid path whose digits are known.
+// whose digits and path are known.
 #pragma once
 
 #include "core/board.h"
 #include "platform/recording_canvas.h"
+#include "play/linking.h"
 #include "play/play_host.h"
+#include "play/verify.h"
 
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace tallyon::test {
@@ -16,61 +17,96 @@ namespace tallyon::test {
 inline constexpr int kPictureWidth = 8400;
 
 // Distinct colours so that every drawing can be told apart.
-DrawStyle TestStyle();
+inline DrawStyle TestStyle()
+{
+    return {RGB(1, 2, 3), RGB(4, 5, 6), RGB(7, 8, 9), RGB(128, 0, 0), RGB(250, 251, 252), 2};
+}
 
-// The main window as a set of plain fields; every drawing lands in `canvas`.
+// Hands every call on to another canvas that outlives it.
+struct ForwardingCanvas : Canvas {
+    explicit ForwardingCanvas(Canvas& to) : to_(to) {}
+    void Clear(Colour c) override { to_.Clear(c); }
+    void Line(int x1, int y1, int x2, int y2, Colour c, int w) override { to_.Line(x1, y1, x2, y2, c, w); }
+    void Box(int x1, int y1, int x2, int y2, Colour c, int w) override { to_.Box(x1, y1, x2, y2, c, w); }
+    void FilledBox(int x1, int y1, int x2, int y2, Colour f) override { to_.FilledBox(x1, y1, x2, y2, f); }
+    void Circle(int x, int y, int r, Colour c, int w, std::optional<Colour> f) override { to_.Circle(x, y, r, c, w, f); }
+    void Text(int x, int y, const std::string& t, const FontSpec& f, Colour c) override { to_.Text(x, y, t, f, c); }
+    TextSize MeasureText(const std::string& t, const FontSpec& f) override { return to_.MeasureText(t, f); }
+    Canvas& to_;
+};
+
+// The main window as plain fields; every drawing lands in `canvas`, or in `target` when set.
 class FakeHost : public PlayHost {
 public:
     std::string status, rowCaption, columnCaption;
-    Colour indicator = 0;
-    bool timer = false, busy = false, boardEnabled = true, markerShown = false;
-    int markerLeft = 0, markerTop = 0, markerSize = 0;
+    bool timer = false;
     LabelText gridSizeLabel{"7x7", "7"}, startSideLabel{"Left", "1"};
-    int answer = 6;
-    std::vector<std::pair<std::string, std::string>> asked;
-    int layoutRuns = 0, canvasOpens = 0;
+    int answer = 6, asked = 0;
     DrawStyle style = TestStyle();
     RecordingCanvas canvas;
+    Canvas* target = nullptr;
 
     void SetStatus(const std::string& text) override { status = text; }
     std::string Status() const override { return status; }
-    void SetHoverCaptions(const std::string& row, const std::string& column) override;
-    void SetIndicator(Colour colour) override { indicator = colour; }
+    void SetHoverCaptions(const std::string& r, const std::string& c) override { rowCaption = r, columnCaption = c; }
+    void SetIndicator(Colour) override {}
     void SetCheckTimer(bool enabled) override { timer = enabled; }
     bool CheckTimerEnabled() const override { return timer; }
-    void ShowErrorMarker(int left, int top, int size) override;
-    void HideErrorMarker() override { markerShown = false; }
-    void SetBusy(bool on) override { busy = on; }
-    void SetBoardEnabled(bool enabled) override { boardEnabled = enabled; }
+    void ShowErrorMarker(int, int, int) override {}
+    void HideErrorMarker() override {}
+    void SetBusy(bool) override {}
+    void SetBoardEnabled(bool) override {}
     LabelText GridSizeLabel() const override { return gridSizeLabel; }
     void SetGridSizeLabel(const LabelText& label) override { gridSizeLabel = label; }
     LabelText StartSideLabel() const override { return startSideLabel; }
     void SetStartSideLabel(const LabelText& label) override { startSideLabel = label; }
-    int Ask(const std::string& message, const std::string& style) override;
+    int Ask(const std::string&, const std::string&) override { return ++asked, answer; }
     int PictureWidth() const override { return kPictureWidth; }
-    std::unique_ptr<Canvas> OpenBoardCanvas() override;
+    std::unique_ptr<Canvas> OpenBoardCanvas() override { return std::make_unique<ForwardingCanvas>(target ? *target : canvas); }
     DrawStyle Style() const override { return style; }
-    void ApplyLayoutAndColours() override { ++layoutRuns; }
+    void ApplyLayoutAndColours() override {}
 };
 
-// A board of the given size with every node digit 1 and every link-cell digit 5 (1, 5, 1 is
-// no valid link), prepared for play like a generated one but without a path.
-void MakePlainBoard(Board& board, int gridSize);
-
-// Lays a solution path through the given nodes (neighbours two cells apart): link cells get
-// digit 1 (1, 1, 1 is valid), PathList, List2, the path flags and the key nodes are set.
-void LayTestPath(Board& board, const std::vector<std::pair<int, int>>& nodes);
-
-// A plain board with the path straight along row 3 from column 1 to the last column.
-void MakeRowPuzzle(Board& board, int gridSize);
+// A board of the given size with the path straight along row 3 from column 1 to the last, the
+// Hint at (3, 5). Node digits are 1; row 3's link cells hold 1 (1, 1, 1 is valid), others 5.
+inline void MakeRowPuzzle(Board& board, int gridSize)
+{
+    board.GridSize = gridSize;
+    ResetBoard(board, kPictureWidth);
+    for (int row = 1; row <= board.BoardSpan; ++row) {
+        for (int col = 1; col <= board.BoardSpan; ++col) {
+            const bool node = IsNode(row, col), link = IsLinkCell(row, col);
+            board.NodeValue(row, col) = node || (link && row == 3) ? 1 : (link ? 5 : 0);
+            board.CellState(row, col) = node ? kNodeCell : (link ? kLinkCell : kNoCell);
+        }
+    }
+    for (int col = 1; col <= board.BoardSpan; ++col) {
+        board.PathRight(3, col) = col % 2 == 1 && col < board.BoardSpan;
+        board.PathLeft(3, col) = col % 2 == 1 && col > 1;
+        board.List2.push_back(std::to_string(board.CellNo(3, col)));
+        board.PathList += board.List2.back() + ",";
+    }
+    board.KeyNodes = {board.CellNo(3, 1), board.CellNo(3, 5), board.CellNo(3, board.BoardSpan)};
+    board.StartNode = board.KeyNodes[0];
+    board.EndNode = board.KeyNodes[2];
+}
 
 // Moves the pointer onto the centre of cell (row, col) and releases the button there.
-void ClickCell(FakeHost& host, Board& board, PlayState& state, int row, int col, int button = 1);
+inline void ClickCell(FakeHost& host, Board& board, PlayState& state, int row, int col, int button = 1)
+{
+    HoverCell(host, board, state, static_cast<float>(board.CellX(row, col)), static_cast<float>(board.CellY(row, col)));
+    MakeLink(host, board, state, button);
+}
 
-// The recorded lines drawn in one colour.
-std::vector<CanvasOp> LinesIn(const RecordingCanvas& canvas, Colour colour);
-
-// The user links of the whole board, as "row,col:letters" for every linked node.
-std::string UserLinkMap(const Board& board);
+// The user links of the whole board, as "row,col:letters " for every linked node.
+inline std::string UserLinkMap(const Board& board)
+{
+    std::string map;
+    for (int row = 1; row <= board.BoardSpan; row += 2)
+        for (int col = 1; col <= board.BoardSpan; col += 2)
+            if (const std::string letters = LinkLetters(board, row, col); !letters.empty())
+                map += std::to_string(row) + "," + std::to_string(col) + ":" + letters + " ";
+    return map;
+}
 
 } // namespace tallyon::test

@@ -46,6 +46,9 @@ void Form1Test::exactPathOfLeftPuzzleIsSolved()
     QCOMPARE(f.label("Label7")->text(), QString("Puzzle Created"));
     const Board& b = f.window.board();
     QCOMPARE(b.StartSide, 1);
+    f.LinkPath(2);
+    f.Tick();
+    QCOMPARE(f.IndicatorColour(), QColor(10, 200, 10)); // correct so far, not solved
     f.LinkPath(b.List2.size());
     f.PressVerify();
     QCOMPARE(f.label("Label7")->text(), QString("All Done !"));

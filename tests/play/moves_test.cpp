@@ -1,0 +1,175 @@
+// Moves: what the pointer offers, what each button's release makes and records, and undo and
+// reset of the recorded moves, including records that do not fit.
+#include "play/undo.h"
+#include "play_fixture.h"
+
+#include <gtest/gtest.h>
+
+namespace tallyon::test {
+namespace {
+
+struct HoverCase {
+    const char* name;
+    int row, col;   // a lattice point; 0 and BoardSpan + 1 lie outside the board
+    float dx, dy;   // the pointer's offset from it in twips; a quarter pitch is 156
+    bool offered;
+};
+
+class HoverZones : public ::testing::TestWithParam<HoverCase> {};
+
+// Only the vertical link cell (6, 3) between nodes 1 and 3 with digit 2 is offered: the
+// quarter-pitch edges round half to even into it (right and lower edges would round away
+// from it otherwise), fractions are floored first, one twip further is the dead zone.
+TEST_P(HoverZones, OffersOnlyLinkCellsWithinAQuarterPitch)
+{
+    const HoverCase& c = GetParam();
+    Board board;
+    MakeRowPuzzle(board, 4);
+    ASSERT_EQ(board.QuarterPitch, 156);
+    board.NodeValue(6, 3) = 2;
+    board.NodeValue(7, 3) = 3;
+    FakeHost host;
+    host.status = "old";
+    PlayState state;
+    HoverCell(host, board, state, static_cast<float>(board.BoardLeft + (c.col - 1) * board.CellPitch) + c.dx,
+              static_cast<float>(board.BoardTop + (c.row - 1) * board.CellPitch) + c.dy);
+    const std::vector<int> hover{state.HoverRow, state.HoverCol, state.EndARow, state.EndACol, state.EndBRow, state.EndBCol};
+    if (c.offered) {
+        EXPECT_EQ(hover, std::vector<int>({6, 3, 5, 3, 7, 3}));
+        EXPECT_EQ(host.status, "Use 1 and 2 to make 3");
+        EXPECT_EQ(host.rowCaption + "/" + host.columnCaption, "6/3");
+        return;
+    }
+    EXPECT_EQ(hover, std::vector<int>(6, 0));
+    EXPECT_EQ(host.status, "");
+    MakeLink(host, board, state, 1);
+    EXPECT_TRUE(state.undolist.empty());
+    EXPECT_FALSE(host.timer);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Points, HoverZones,
+    ::testing::Values(HoverCase{"centre", 6, 3, 0, 0, true}, HoverCase{"right_edge_floored", 6, 3, 156.9f, 0, true},
+                      HoverCase{"upper_edge", 6, 3, 0, -156, true}, HoverCase{"left_edge", 6, 3, -156, 0, true},
+                      HoverCase{"past_right", 6, 3, 157, 0, false}, HoverCase{"past_upper", 6, 3, 0, -157, false},
+                      HoverCase{"past_left", 6, 3, -157, 0, false}, HoverCase{"past_lower", 6, 3, 0, 157, false},
+                      HoverCase{"node", 5, 3, 0, 0, false}, HoverCase{"gap", 6, 4, 0, 0, false},
+                      HoverCase{"left_ring", 3, 0, 0, 0, false}, HoverCase{"right_ring", 4, 10, 0, 0, false},
+                      HoverCase{"top_ring", 0, 4, 0, 0, false}, HoverCase{"bottom_ring", 10, 3, 0, 0, false},
+                      HoverCase{"lower_edge", 6, 3, 0, 156, true}),
+    [](const ::testing::TestParamInfo<HoverCase>& info) { return std::string(info.param.name); });
+
+// The lines drawn so far, as x1, y1, x2, y2, colour, pen width.
+std::vector<std::vector<int>> Lines(const RecordingCanvas& canvas)
+{
+    std::vector<std::vector<int>> lines;
+    for (const CanvasOp& l : canvas.OpsOf(CanvasOp::Kind::Line))
+        lines.push_back({l.x1, l.y1, l.x2, l.y2, static_cast<int>(l.colour), l.penWidth});
+    return lines;
+}
+
+// A row puzzle of size 4 with a fresh host and play state.
+class Moves : public ::testing::Test {
+protected:
+    void SetUp() override { MakeRowPuzzle(board, 4); }
+    int Links(int rowA, int colA, int rowB, int colB) const
+    {
+        return board.NodeLinks(board.CellNo(rowA, colA), board.CellNo(rowB, colB));
+    }
+    Board board;
+    FakeHost host;
+    PlayState state;
+};
+
+TEST_F(Moves, ButtonsLinkRefuseAndRemoveWithTheirRecordsAndLines)
+{
+    const int w = host.style.GridLineWidth;
+    const int x1 = board.CellX(5, 3), x2 = board.CellX(5, 5), y = board.CellY(5, 3);
+    ClickCell(host, board, state, 5, 4, 4); // the middle button links like the left one
+    EXPECT_EQ(state.undolist, std::vector<std::string>({"1,5,4,5,3,5,5"}));
+    EXPECT_EQ(UserLinkMap(board), "5,3:R 5,5:L ");
+    EXPECT_EQ(Links(5, 3, 5, 5) + Links(5, 5, 5, 3), 2);
+    EXPECT_EQ(Lines(host.canvas), std::vector<std::vector<int>>({{x1, y, x2, y, int(host.style.UserLineColour), 3 * w}}));
+    EXPECT_TRUE(host.timer);
+    EXPECT_EQ(state.EndARow + state.EndBRow, 0); // the offered ends are forgotten
+
+    host.timer = false;
+    host.canvas.Reset();
+    ClickCell(host, board, state, 5, 4);
+    EXPECT_EQ(host.status, "Lined already");
+    ClickCell(host, board, state, 7, 4, 2); // nothing there to remove
+    EXPECT_EQ(state.undolist.size(), 1u);
+    EXPECT_TRUE(host.canvas.Ops().empty());
+    EXPECT_TRUE(host.timer);
+
+    // Removing erases the line with the background and draws the grid line again.
+    ClickCell(host, board, state, 5, 4, 2);
+    EXPECT_EQ(state.undolist.front(), "0,5,4,5,3,5,5");
+    EXPECT_EQ(UserLinkMap(board), "");
+    EXPECT_EQ(Links(5, 3, 5, 5) + Links(5, 5, 5, 3), 0);
+    EXPECT_EQ(Lines(host.canvas), std::vector<std::vector<int>>({{x1, y, x2, y, int(host.style.Background), 3 * w},
+                                                                 {x1, y, x2, y, int(host.style.GridColour), w}}));
+    EXPECT_EQ(host.canvas.OpsOf(CanvasOp::Kind::Text).size(), 3u); // both ends and the digit go back on top
+}
+
+TEST_F(Moves, UndoingARemovalRestoresOnlyTheForwardEntry)
+{
+    ClickCell(host, board, state, 5, 4);
+    ClickCell(host, board, state, 5, 4, 2);
+    host.status = "Lined already";
+    UndoMove(host, board, state, 1);
+    EXPECT_EQ(state.undolist, std::vector<std::string>({"1,5,4,5,3,5,5"}));
+    EXPECT_EQ(UserLinkMap(board), "5,3:R 5,5:L ");
+    EXPECT_EQ(Links(5, 3, 5, 5), 1);
+    EXPECT_EQ(Links(5, 5, 5, 3), 0);
+    EXPECT_EQ(host.status, "");
+    // The reverse entry is still 0: a right click on the link is refused.
+    ClickCell(host, board, state, 5, 4, 2);
+    EXPECT_EQ(state.undolist.size(), 1u);
+    EXPECT_EQ(UserLinkMap(board), "5,3:R 5,5:L ");
+}
+
+TEST_F(Moves, ResetAnsweredNoChangesNothingAndYesKeepsTheOlderRecords)
+{
+    ClickCell(host, board, state, 5, 4);
+    ClickCell(host, board, state, 6, 5);
+    ClickCell(host, board, state, 7, 6);
+    host.answer = 7;
+    host.canvas.Reset();
+    UndoMove(host, board, state, 2);
+    EXPECT_EQ(state.undolist.size(), 3u);
+    EXPECT_EQ(UserLinkMap(board), "5,3:R 5,5:DL 7,5:UR 7,7:L ");
+    EXPECT_TRUE(host.canvas.Ops().empty());
+    EXPECT_TRUE(host.timer);
+
+    host.answer = 6;
+    UndoMove(host, board, state, 2);
+    EXPECT_EQ(host.asked, 2);
+    EXPECT_FALSE(host.timer);
+    EXPECT_EQ(UserLinkMap(board), "");
+    EXPECT_EQ(Links(5, 3, 5, 5) + Links(5, 5, 5, 3) + Links(5, 5, 7, 5), 0);
+    EXPECT_EQ(state.undolist, std::vector<std::string>({"1,6,5,5,5,7,5", "1,5,4,5,3,5,5"}));
+}
+
+TEST_F(Moves, RecordsThatDoNotFitAreRemovedWithoutHarm)
+{
+    state.undolist = {"", "0,x,4,3,3,3,5", "0,3,4", "1,25,26,25,25,25,27", "9,9,9,99,99,99,99", "0,5,4,5,3,5,5"};
+    UndoMove(host, board, state, 1); // "": removed, nothing else
+    EXPECT_EQ(state.undolist.size(), 5u);
+    EXPECT_EQ(UserLinkMap(board), "");
+    UndoMove(host, board, state, 1); // a field that is no number reads 0, the ends still apply
+    EXPECT_EQ(UserLinkMap(board), "3,3:R 3,5:L ");
+    for (int i = 0; i < 3; ++i) // too short, and off the 9 x 9 board
+        UndoMove(host, board, state, 1);
+    EXPECT_EQ(UserLinkMap(board), "3,3:R 3,5:L ");
+    UndoMove(host, board, state, 1); // a removal's inverse links
+    EXPECT_EQ(UserLinkMap(board), "3,3:R 3,5:L 5,3:R 5,5:L ");
+    EXPECT_TRUE(state.undolist.empty());
+    host.canvas.Reset();
+    UndoMove(host, board, state, 2); // an empty history: no question, no drawing
+    EXPECT_EQ(host.asked, 0);
+    EXPECT_TRUE(host.canvas.Ops().empty());
+}
+
+} // namespace
+} // namespace tallyon::test

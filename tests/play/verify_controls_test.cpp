@@ -1,0 +1,125 @@
+// Verdicts of CheckSolution on hand-made boards and on a played puzzle from the top, the
+// new-puzzle button and the grid-size and start-side labels.
+#include "core/generator.h"
+#include "play/controls.h"
+#include "play_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <tuple>
+
+namespace tallyon::test {
+namespace {
+
+// Links two nodes through a link cell holding 1 (1, 1, 1 is valid).
+void Link(Board& board, int rowA, int colA, int rowB, int colB)
+{
+    SetLinkFlags(board, 1, rowA, colA, rowB, colB);
+    board.NodeValue((rowA + rowB) / 2, (colA + colB) / 2) = 1;
+}
+
+// Links (row, col) to (row, col + 2) with the digits a, b, c.
+void Digits(Board& board, int row, int col, int a, int b, int c)
+{
+    SetLinkFlags(board, 1, row, col, row, col + 2);
+    std::tie(board.NodeValue(row, col), board.NodeValue(row, col + 1), board.NodeValue(row, col + 2)) = std::tie(a, b, c);
+}
+
+const std::string kNotSolved = "Not solved: Connect Start to End and use the Hint Node";
+
+struct VerdictCase {
+    const char* name;
+    std::function<void(Board&)> setUp;
+    std::string message;
+    int row, column, status;
+};
+
+class Verdicts : public ::testing::TestWithParam<VerdictCase> {};
+
+TEST_P(Verdicts, CheckSolutionReports)
+{
+    const VerdictCase& v = GetParam();
+    Board board;
+    MakeRowPuzzle(board, 4);
+    v.setUp(board);
+    const CheckResult r = CheckSolution(board);
+    EXPECT_EQ(r.message, v.message);
+    EXPECT_EQ(std::vector<int>({r.row, r.column, r.status}), std::vector<int>({v.row, v.column, v.status}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Boards, Verdicts,
+    ::testing::Values(
+        VerdictCase{"no_links", [](Board&) {}, kNotSolved, 0, 0, 0},
+        VerdictCase{"nine_three_three", [](Board& b) { Digits(b, 7, 3, 9, 3, 3); }, kNotSolved, 0, 0, 0},
+        VerdictCase{"three_three_nine", [](Board& b) { Digits(b, 7, 3, 3, 3, 9); }, kNotSolved, 0, 0, 0},
+        VerdictCase{"wrong_link", [](Board& b) { Digits(b, 7, 3, 8, 2, 7); }, "Incorrect Math", 7, 4, -1},
+        VerdictCase{"square_loop",
+                    [](Board& b) { Link(b, 5, 5, 5, 7); Link(b, 5, 7, 7, 7); Link(b, 7, 5, 7, 7); Link(b, 5, 5, 7, 5); },
+                    "User links may be in a loop", 0, 0, 1},
+        VerdictCase{"three_links_at_a_node",
+                    [](Board& b) { Link(b, 5, 3, 5, 5); Link(b, 5, 5, 5, 7); Link(b, 5, 5, 7, 5); },
+                    "A node is used more than twice", 0, 0, 1},
+        VerdictCase{"key_nodes_linked_but_not_the_path",
+                    [](Board& b) { Link(b, 3, 1, 3, 3); Link(b, 3, 5, 3, 7); Link(b, 3, 7, 3, 9); }, kNotSolved, 0, 0, 0},
+        VerdictCase{"exact_path", [](Board& b) { for (int c = 1; c < 9; c += 2) Link(b, 3, c, 3, c + 2); },
+                    "All Done !", 0, 0, 99}),
+    [](const ::testing::TestParamInfo<VerdictCase>& info) { return std::string(info.param.name); });
+
+TEST(NewPuzzle, BuildsFromTheLabelsOrARandomSizeAndKeepsTheHistory)
+{
+    Board board;
+    FakeHost host;
+    PlayState state;
+    state.undolist = {"1,3,4,3,3,3,5"};
+    host.gridSizeLabel = {"5x5", "5"};
+    host.startSideLabel = {"Top", "2"};
+    NewPuzzle(host, board, state, 1);
+    EXPECT_EQ(host.status, "Puzzle Created");
+    EXPECT_EQ(board.CellRow[board.StartNode], 1);
+    EXPECT_EQ(board.CellRow[board.EndNode], 11);
+    for (std::size_t i = 1; i < board.List2.size(); i += 2) {
+        const int cell = std::stoi(board.List2[i]);
+        ClickCell(host, board, state, board.CellRow[cell], board.CellCol[cell]);
+    }
+    EXPECT_EQ(state.undolist.size(), 1 + board.List2.size() / 2); // the older record is kept
+    EXPECT_EQ(CheckSolution(board).message, "Not solved: Connect Start to End and use the Hint Node");
+
+    // The right button picks a size from 4 to 10 and still keeps the history.
+    const std::size_t records = state.undolist.size();
+    for (int i = 0; i < 3; ++i) {
+        NewPuzzle(host, board, state, 2);
+        EXPECT_TRUE(board.GridSize >= 4 && board.GridSize <= 10) << board.GridSize;
+        EXPECT_EQ(host.gridSizeLabel.caption + "/" + host.gridSizeLabel.tag,
+                  GridSizeText(board.GridSize) + "/" + std::to_string(board.GridSize));
+    }
+    EXPECT_EQ(state.undolist.size(), records);
+}
+
+TEST(BoardLabels, GridSizeAndStartSideStepAndWrap)
+{
+    const int sizes[][3] = {{7, 1, 8}, {7, 2, 6}, {10, 1, 4}, {4, 2, 10}, {6, 4, 6}}; // from, button, to
+    for (const auto& [from, button, to] : sizes) {
+        Board board;
+        board.GridSize = from;
+        FakeHost host;
+        host.timer = true;
+        EXPECT_EQ(StepGridSize(host, board, button), to);
+        EXPECT_EQ(board.BoardSpan, 2 * to + 1);
+        EXPECT_EQ(host.gridSizeLabel.tag, std::to_string(to));
+        EXPECT_FALSE(host.timer);
+    }
+    Board board;
+    FakeHost host;
+    host.startSideLabel = {"Random", "0"};
+    std::string seen;
+    for (int button : {1, 1, 1, 2, 2, 2}) {
+        EXPECT_EQ(StepStartSide(host, board, button), board.StartSide);
+        seen += host.startSideLabel.caption + "/" + host.startSideLabel.tag + " ";
+    }
+    EXPECT_EQ(seen, "Left/1 Top/2 Random/0 Top/2 Left/1 Random/0 ");
+}
+
+} // namespace
+} // namespace tallyon::test
