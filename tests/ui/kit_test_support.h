@@ -1,7 +1,6 @@
 // Helpers shared by the interface kit's tests: screenshots and acting inside modal loops.
 #pragma once
 
-#include <QDir>
 #include <QPixmap>
 #include <QTimer>
 #include <QWidget>
@@ -14,9 +13,8 @@ namespace tallyon::test {
 // Saves `picture` as <screenshot dir>/<name>.png.
 inline void SaveShot(const QPixmap& picture, const QString& name)
 {
-    const QString dir = QStringLiteral(TALLYON_SCREENSHOT_DIR);
-    QDir().mkpath(dir);
-    QVERIFY2(picture.save(dir + QLatin1Char('/') + name + QStringLiteral(".png")), qPrintable(name));
+    const QString file = QStringLiteral(TALLYON_SCREENSHOT_DIR "/") + name + QStringLiteral(".png");
+    QVERIFY2(picture.save(file), qPrintable(file));
 }
 
 // Runs `action` once `widget()` is visible, from inside the modal loop about to start.
