@@ -1,32 +1,29 @@
-// Helpers for the settings-file tests: capturing message boxes and handling raw files.
+// Helpers for the settings-file tests: capturing message boxes, raw files and scheme blocks.
 #pragma once
 
+#include "shell/settings.h"
 #include "ui/message_box.h"
 
-#include <QByteArray>
 #include <QDir>
 #include <QFile>
 #include <QList>
 #include <QPair>
-#include <QString>
 
 namespace tallyon::testing {
 
+using Messages = QList<QPair<QString, QString>>;   // (text, style) of each box
+
 // Records every ShowMessage call while alive; the box itself is never shown.
-class MessageLog {
-public:
+struct MessageLog {
     MessageLog()
     {
-        SetMessageInterceptor([this](const QString& message, const QString& style) {
-            calls.append({message, style});
+        SetMessageInterceptor([this](const QString& text, const QString& style) {
+            calls.append({text, style});
             return 1;
         });
     }
     ~MessageLog() { SetMessageInterceptor(nullptr); }
-    MessageLog(const MessageLog&) = delete;
-    MessageLog& operator=(const MessageLog&) = delete;
-
-    QList<QPair<QString, QString>> calls;
+    Messages calls;
 };
 
 inline bool WriteBytes(const QString& path, const QByteArray& bytes)
@@ -41,10 +38,28 @@ inline QByteArray ReadBytes(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// The names in a directory, hidden ones included (a leftover temporary file shows up here).
+// Every name in a directory, hidden ones included (a leftover temporary file shows up here).
 inline QStringList DirectoryEntries(const QString& dir)
 {
     return QDir(dir).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
+
+// An all.col block whose entry i is RGB(base + i, 10, 20), CR LF line ends.
+inline QByteArray Block(const QByteArray& name, int base)
+{
+    QByteArray b = name + "\r\n";
+    for (int i = 0; i < 13; ++i)
+        b += QByteArray::number(base + i) + ";10;20\r\n";
+    return b;
+}
+
+// A scheme table no file holds, to see which entries a load changed.
+inline SchemeTable Marked()
+{
+    SchemeTable t;
+    for (int i = 0; i < 14; ++i)
+        t[i] = RGB(0, 0, 200 + i);
+    return t;
 }
 
 } // namespace tallyon::testing
