@@ -1,26 +1,27 @@
-// The link rule, the digit routines built on it and the link-digit picker of the decoys.
+// The link rule and the digit routines built on it; clock-reseeded digits must be uniform
+// and uncorrelated, whether the clock is real or steps by one nanosecond.
 #include "core/decoy_fill.h"
 #include "core/link_rule.h"
 #include "test_support.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <optional>
+#include <vector>
 
 namespace tallyon {
 namespace {
 
-using testing::ClockFor;
-using testing::FixedClock;
-
-TEST(LinkRule, HelpTextTriplesAndEveryOperation)
+TEST(LinkRule, HelpTextTriplesAndEveryOperationBothWays)
 {
     struct Case { int a, b, c; bool valid; };
     const Case cases[] = {
         {8, 2, 7, false}, {1, 3, 9, false}, {1, 2, 3, true}, {9, 3, 3, true},
-        {4, 4, 1, true},  // equal digits make 1
-        {2, 3, 5, true},  {5, 3, 2, true}, {3, 5, 2, true}, // sum, difference both ways
-        {2, 4, 8, true},  {8, 4, 2, true}, {2, 8, 4, true}, // product, quotient both ways
-        {7, 2, 3, false}, {3, 2, 7, false}, {9, 9, 9, false}, {1, 1, 1, true},
+        {4, 4, 1, true}, {1, 1, 1, true}, {9, 9, 9, false},   // equal digits make 1
+        {2, 3, 5, true}, {5, 3, 2, true}, {3, 5, 2, true},    // sum, difference both ways
+        {2, 4, 8, true}, {8, 4, 2, true}, {2, 8, 4, true},    // product, quotient both ways
+        {7, 2, 3, false}, {3, 2, 7, false},
     };
     for (const Case& t : cases) {
         EXPECT_EQ(IsValidTriple(t.a, t.b, t.c), t.valid) << t.a << "," << t.b << "," << t.c;
@@ -28,22 +29,27 @@ TEST(LinkRule, HelpTextTriplesAndEveryOperation)
     }
 }
 
-TEST(LinkRule, EveryLinkDigitPairHasValidAndAtLeastThreeInvalidDigits)
+// For every pair of end digits: some link digit makes the link valid, at least three make it
+// invalid, and the picker, the suggestion and MakeResult give what they promise.
+TEST(LinkRule, EveryDigitPairHasDigitsOfBothKinds)
 {
     for (int a = 1; a <= 9; ++a)
         for (int c = 1; c <= 9; ++c) {
             int valid = 0;
             for (int b = 1; b <= 9; ++b)
                 valid += IsValidTriple(a, b, c) ? 1 : 0;
-            EXPECT_GE(valid, 1) << a << "," << c;
-            EXPECT_GE(9 - valid, 3) << a << "," << c;
-            for (int i = 0; i < 20; ++i) {
+            EXPECT_TRUE(valid >= 1 && valid <= 6) << a << "," << c;
+            EXPECT_TRUE(IsValidTriple(a, c, SuggestResult(a, c))) << a << "," << c;
+            for (int i = 0; i < 10; ++i) {
                 EXPECT_TRUE(IsValidTriple(a, PickLinkDigit(a, c, true), c));
                 const int bad = PickLinkDigit(a, c, false);
-                EXPECT_GE(bad, 1);
-                EXPECT_FALSE(IsValidTriple(a, bad, c));
+                EXPECT_TRUE(bad >= 1 && !IsValidTriple(a, bad, c)) << a << "," << c << " got " << bad;
+                const MadeResult r = MakeResult(a, c);
+                ASSERT_TRUE(!r.failed && r.c >= 1 && r.c <= 9 && IsValidTriple(a, c, r.c)) << a << "," << c;
             }
         }
+    for (const auto& [a, b] : {std::pair{0, 3}, {3, 0}})
+        EXPECT_TRUE(MakeResult(a, b).failed && MakeResult(a, b).c == -1);
 }
 
 TEST(LinkRule, MakeResultFollowsTheDrawnOperationOrFallsBack)
@@ -51,49 +57,64 @@ TEST(LinkRule, MakeResultFollowsTheDrawnOperationOrFallsBack)
     // k indexes the table 1 "+", 2 "-", 3 "/", 4 "*", 5 "+", 6 "-".
     struct Case { int a, b, k, c; const char* op; };
     const Case cases[] = {
-        {2, 7, 2, 5, "-"}, {2, 7, 6, 5, "-"}, {2, 7, 3, 9, "+"}, {2, 7, 1, 9, "+"},
-        {9, 3, 3, 3, "/"}, {9, 3, 4, 6, "-"}, {9, 3, 5, 6, "-"},
-        {5, 5, 1, 1, "/"}, {5, 5, 2, 1, "/"}, {5, 5, 3, 1, "/"}, {5, 5, 4, 1, "/"},
-        {2, 3, 4, 6, "*"}, {3, 3, 3, 1, "/"}, {2, 2, 4, 4, "*"}, {1, 1, 2, 2, "+"},
+        {2, 7, 2, 5, "-"}, {2, 7, 6, 5, "-"}, {2, 7, 3, 9, "+"}, {2, 7, 1, 9, "+"}, {9, 3, 3, 3, "/"},
+        {9, 3, 4, 6, "-"}, {9, 3, 5, 6, "-"}, {5, 5, 1, 1, "/"}, {5, 5, 2, 1, "/"}, {5, 5, 4, 1, "/"},
+        {2, 3, 4, 6, "*"}, {2, 2, 4, 4, "*"}, {1, 1, 2, 2, "+"},
     };
-    FixedClock clock;
+    testing::FixedClock clock;
     for (const Case& t : cases) {
-        ClockFor([] { return RandomInt(6, 1); }, t.k, clock);
+        for (clock.now = 1; RandomInt(6, 1) != t.k;) // the first tick that draws k
+            ++clock.now;
         const MadeResult r = MakeResult(t.a, t.b);
-        EXPECT_FALSE(r.failed);
         EXPECT_EQ(r.c, t.c) << t.a << "," << t.b << " k=" << t.k;
         EXPECT_EQ(r.op, t.op) << t.a << "," << t.b << " k=" << t.k;
-        EXPECT_TRUE(IsValidTriple(t.a, t.b, r.c));
     }
 }
 
-TEST(LinkRule, MakeResultIsValidForAllDigitsAndFailsOnZero)
+constexpr double kChiSquare8 = 26.12;   // 8 degrees of freedom, p = 0.001
+constexpr double kChiSquare80 = 124.84; // 80 degrees of freedom, p = 0.001
+
+// Checks the digits 1..9 and the 81 pairs of successive digits by chi-square, and the
+// correlation of each digit with the one before.
+void CheckDigits(const std::vector<int>& d)
 {
-    for (int a = 1; a <= 9; ++a)
-        for (int b = 1; b <= 9; ++b)
-            for (int i = 0; i < 10; ++i) {
-                const MadeResult r = MakeResult(a, b);
-                ASSERT_FALSE(r.failed);
-                ASSERT_GE(r.c, 1);
-                ASSERT_LE(r.c, 9);
-                ASSERT_TRUE(IsValidTriple(a, b, r.c));
-            }
-    for (const auto& [a, b] : {std::pair{0, 3}, {3, 0}, {0, 0}}) {
-        const MadeResult r = MakeResult(a, b);
-        EXPECT_TRUE(r.failed);
-        EXPECT_EQ(r.c, -1);
+    const double n = static_cast<double>(d.size());
+    double counts[10] = {}, pairs[10][10] = {}, mean = 0, var = 0, cov = 0, single = 0, paired = 0;
+    for (std::size_t i = 0; i < d.size(); ++i) {
+        counts[d[i]] += 1;
+        mean += d[i] / n;
+        if (i > 0)
+            pairs[d[i - 1]][d[i]] += 1;
     }
+    for (int a = 1; a <= 9; ++a) {
+        single += std::pow(counts[a] - n / 9, 2) / (n / 9);
+        for (int b = 1; b <= 9; ++b)
+            paired += std::pow(pairs[a][b] - (n - 1) / 81, 2) / ((n - 1) / 81);
+    }
+    for (std::size_t i = 0; i < d.size(); ++i) {
+        var += std::pow(d[i] - mean, 2);
+        cov += i > 0 ? (d[i] - mean) * (d[i - 1] - mean) : 0.0;
+    }
+    EXPECT_LT(single, kChiSquare8);
+    EXPECT_LT(paired, kChiSquare80);
+    EXPECT_LT(std::abs(cov / var), 0.015);
 }
 
-TEST(LinkRule, SuggestResultExamples)
+TEST(Randomness, DigitsAreUniformAndUncorrelated)
 {
-    EXPECT_EQ(SuggestResult(8, 2), 6);
-    EXPECT_EQ(SuggestResult(4, 4), 1);
-    EXPECT_EQ(SuggestResult(2, 3), 5);
-    EXPECT_EQ(SuggestResult(3, 9), 6);
-    for (int a = 1; a <= 9; ++a)
-        for (int b = 1; b <= 9; ++b)
-            EXPECT_TRUE(IsValidTriple(a, b, SuggestResult(a, b))) << a << "," << b;
+    for (bool stepped : {false, true}) {
+        SCOPED_TRACE(stepped ? "clock stepping one nanosecond" : "real clock, back to back");
+        std::optional<testing::FixedClock> clock;
+        if (stepped)
+            clock.emplace();
+        std::vector<int> digits(100000);
+        for (std::size_t i = 0; i < digits.size(); ++i) {
+            if (clock)
+                clock->now = 1700000000000000000ull + i;
+            digits[i] = RandomDigit();
+        }
+        CheckDigits(digits);
+    }
 }
 
 } // namespace
