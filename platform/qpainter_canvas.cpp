@@ -12,11 +12,11 @@
 namespace tallyon {
 namespace {
 
-QFont ToQFont(const FontSpec& spec)
+QFont ToQFont(const FontSpec& wanted)
 {
-    QFont font(QString::fromStdString(spec.family));
-    font.setPointSizeF(spec.points > 0 ? spec.points : 1.0);
-    font.setBold(spec.bold);
+    QFont font(QString::fromStdString(wanted.family));
+    font.setPointSizeF(wanted.points > 0 ? wanted.points : 1.0);
+    font.setBold(wanted.bold);
     return font;
 }
 
