@@ -59,8 +59,7 @@ void Form1::PrintCommand()
 
 void Form1::CopyCommand(int mode)
 {
-    if (board_.List2.empty()) // the board's node list is empty until a puzzle exists
-        return;
+    // Does nothing before the first puzzle.
     CopyBoardPicture(board_, mode, OutputOptionsFor(state_.settings, Picture1));
 }
 

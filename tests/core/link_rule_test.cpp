@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <optional>
 #include <vector>
 
@@ -74,9 +75,9 @@ TEST(LinkRule, MakeResultFollowsTheDrawnOperationOrFallsBack)
 constexpr double kChiSquare8 = 26.12;   // 8 degrees of freedom, p = 0.001
 constexpr double kChiSquare80 = 124.84; // 80 degrees of freedom, p = 0.001
 
-// Checks the digits 1..9 and the 81 pairs of successive digits by chi-square, and the
-// correlation of each digit with the one before.
-void CheckDigits(const std::vector<int>& d)
+// Whether the digits 1..9 and the 81 pairs of successive digits pass a chi-square test, and
+// each digit is uncorrelated with the one before. Prints the figures of a failure.
+bool DigitsLookRandom(const std::vector<int>& d)
 {
     const double n = static_cast<double>(d.size());
     double counts[10] = {}, pairs[10][10] = {}, mean = 0, var = 0, cov = 0, single = 0, paired = 0;
@@ -95,26 +96,34 @@ void CheckDigits(const std::vector<int>& d)
         var += std::pow(d[i] - mean, 2);
         cov += i > 0 ? (d[i] - mean) * (d[i - 1] - mean) : 0.0;
     }
-    EXPECT_LT(single, kChiSquare8);
-    EXPECT_LT(paired, kChiSquare80);
-    EXPECT_LT(std::abs(cov / var), 0.015);
+    const bool ok = single < kChiSquare8 && paired < kChiSquare80 && std::abs(cov / var) < 0.015;
+    if (!ok)
+        std::printf("chi-square %.2f (digits), %.2f (pairs), lag correlation %.4f\n", single, paired,
+                    cov / var);
+    return ok;
+}
+
+std::vector<int> DrawDigits(std::optional<testing::FixedClock>& clock)
+{
+    std::vector<int> digits(100000);
+    for (std::size_t i = 0; i < digits.size(); ++i) {
+        if (clock)
+            clock->now = 1700000000000000000ull + i;
+        digits[i] = RandomDigit();
+    }
+    return digits;
 }
 
 TEST(Randomness, DigitsAreUniformAndUncorrelated)
 {
-    for (bool stepped : {false, true}) {
-        SCOPED_TRACE(stepped ? "clock stepping one nanosecond" : "real clock, back to back");
-        std::optional<testing::FixedClock> clock;
-        if (stepped)
-            clock.emplace();
-        std::vector<int> digits(100000);
-        for (std::size_t i = 0; i < digits.size(); ++i) {
-            if (clock)
-                clock->now = 1700000000000000000ull + i;
-            digits[i] = RandomDigit();
-        }
-        CheckDigits(digits);
+    { // The clock stepping one nanosecond per draw is repeatable.
+        std::optional<testing::FixedClock> stepped(std::in_place);
+        EXPECT_TRUE(DigitsLookRandom(DrawDigits(stepped)));
     }
+    // The real clock differs every run: a sound generator fails a test at p = 0.001 once in a
+    // thousand runs, so a failure counts only when a second sample fails too.
+    std::optional<testing::FixedClock> real;
+    EXPECT_TRUE(DigitsLookRandom(DrawDigits(real)) || DigitsLookRandom(DrawDigits(real)));
 }
 
 } // namespace
