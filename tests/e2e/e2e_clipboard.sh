@@ -5,15 +5,11 @@ here="$(cd "$(dirname "$0")" && pwd)"
 source "$here/xvfb_steps.sh"
 command -v xclip >/dev/null || { echo "SKIP: xclip is not installed"; exit 77; }
 
-if [ -z "${TALLYON_E2E_INNER:-}" ]; then
-  export TALLYON_E2E_INNER=1
-  exec xvfb-run -a -s "-screen 0 1024x768x24" bash "$0"
-fi
-wait_server
+start_xvfb
 
 APP="$(fresh_app_dir)"
 WORK="$(mktemp -d /tmp/tallyon-clip.XXXXXX)"
-trap 'kill "$PID" 2>/dev/null || true; rm -rf "$APP" "$WORK"' EXIT
+trap 'kill "$PID" 2>/dev/null || true; rm -rf "$APP" "$WORK"; stop_xvfb' EXIT
 printf ' 7  2  1  0  0  16777215  1  128  6\r\nxp.col\r\n' > "$APP/tallyon.cfg"
 "$APP/tallyon" & PID=$!
 WIN="$(wait_window Tallyon)"

@@ -9,11 +9,7 @@ for tool in desktop-file-validate appstreamcli xprop identify; do
   command -v "$tool" >/dev/null || { echo "SKIP: $tool is not installed"; exit 77; }
 done
 
-if [ -z "${DISPLAY:-}" ] || [ -z "${TALLYON_E2E_INNER:-}" ]; then
-  export TALLYON_E2E_INNER=1
-  exec xvfb-run -a -s "-screen 0 1024x768x24" bash "$0"
-fi
-wait_server
+start_xvfb
 
 APP_ID=io.github.tallyon.Tallyon
 BUILD="$(cd "$BIN_DIR/.." && pwd)"
@@ -22,7 +18,7 @@ PREFIX="$WORK/prefix"
 APPDIR="$PREFIX/lib/tallyon"
 CFG="$APPDIR/tallyon.cfg"
 PID=""
-trap '[ -n "$PID" ] && kill "$PID" 2>/dev/null; rm -rf "$WORK"' EXIT
+trap '[ -n "$PID" ] && kill "$PID" 2>/dev/null; rm -rf "$WORK"; stop_xvfb' EXIT
 
 # The link bin/tallyon under root must be relative and lead to an executable program.
 check_link() {

@@ -4,14 +4,10 @@
 here="$(cd "$(dirname "$0")" && pwd)"
 source "$here/xvfb_steps.sh"
 
-if [ -z "${DISPLAY:-}" ] || [ -z "${TALLYON_E2E_INNER:-}" ]; then
-  export TALLYON_E2E_INNER=1
-  exec xvfb-run -a -s "-screen 0 1024x768x24" bash "$0"
-fi
-wait_server
+start_xvfb
 
 APP="$(fresh_app_dir)"
-trap 'kill "$PID" 2>/dev/null || true; rm -rf "$APP"' EXIT
+trap 'kill "$PID" 2>/dev/null || true; rm -rf "$APP"; stop_xvfb' EXIT
 "$APP/tallyon" & PID=$!
 
 # A fresh directory: the configuration message comes first, and the file is made.

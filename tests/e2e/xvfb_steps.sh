@@ -1,7 +1,7 @@
 # Shared steps of the end-to-end scripts: a fresh program directory, an X server, polling.
 set -euo pipefail
 
-for tool in xvfb-run xdotool import; do
+for tool in Xvfb xdotool import; do
   command -v "$tool" >/dev/null || { echo "SKIP: $tool is not installed"; exit 77; }
 done
 
@@ -9,15 +9,23 @@ BIN_DIR="${TALLYON_BIN_DIR:?}"
 SHOTS="${TALLYON_SCREENSHOT_DIR:-/tmp}"
 mkdir -p "$SHOTS"
 
-# Waits until the X server answers (xvfb-run may return before it is ready under load).
-wait_server() {
-  for _ in $(seq 100); do
-    xdpyinfo >/dev/null 2>&1 && return 0
-    sleep 0.1
+# Starts a private X server on a display number it picks itself (-displayfd: no race with
+# other servers coming and going), waits until it is ready, and exports DISPLAY.
+XVFB_PID=""
+start_xvfb() {
+  local numfile
+  numfile="$(mktemp /tmp/tallyon-xvfb.XXXXXX)"
+  Xvfb -displayfd 9 -screen 0 1024x768x24 -nolisten tcp 9>"$numfile" 2>/dev/null &
+  XVFB_PID=$!
+  for _ in $(seq 200); do
+    [ -s "$numfile" ] && break
+    sleep 0.05
   done
-  echo "the X server on $DISPLAY does not answer" >&2
-  return 1
+  [ -s "$numfile" ] || { echo "Xvfb did not start" >&2; return 1; }
+  export DISPLAY=":$(tr -d '[:space:]' < "$numfile")"
+  rm -f "$numfile"
 }
+stop_xvfb() { [ -n "$XVFB_PID" ] && kill "$XVFB_PID" 2>/dev/null; wait "$XVFB_PID" 2>/dev/null || true; }
 
 # A fresh program directory holding the executable and its data files.
 fresh_app_dir() {
