@@ -181,6 +181,16 @@ void MsgFormTest::screenshots()
             QTest::mouseClick(form.cmd[0], Qt::LeftButton);
         });
 
+    // One box per icon slot; slot 9, the spare, has no keyword and is shown by hand.
+    const char* keywords[] = {"vbquestion", "vbexclamation", "vbinformation", "vberror", "vbcritical",
+                              "vbhappy", "vbtrash", "vbprint", "vblighton", "", "vbcustom"};
+    MsgForm box;
+    for (int i = 0; i < kMessageIconCount; ++i) {
+        box.Prepare(QString("Icon slot %1").arg(i), QString("vbok+") + keywords[i]);
+        box.icons[static_cast<std::size_t>(i)]->show();
+        tallyon::test::SaveShot(box.grab(), QString("msg_icon_%1").arg(i, 2, 10, QChar('0')));
+    }
+
     // Every icon, drawn large and as the box's pixmap.
     QPixmap sheet(kMessageIconCount * 104, 208);
     sheet.fill(Qt::white);
