@@ -66,7 +66,7 @@ void Form1::CopyCommand(int mode)
 void Form1::ShowHelp()
 {
     if (!form4_)
-        form4_ = new Form4(state_, nullptr);
+        form4_ = new Form4(state_, this); // a window of its own, owned by the main window
     form4_->Navigate(state_.AppDir + "tallyon.htm");
     form4_->show();
     form4_->raise();

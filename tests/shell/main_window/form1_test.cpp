@@ -234,7 +234,7 @@ void Form1Test::boardsOfEverySizeAndSchemeLookRight()
                 f.Shot("form1-half-built-path");
             }
         }
-    for (const QString& scheme : {"xp.col", "Slate.col", "Contrast.col"}) {
+    for (const char* scheme : {"xp.col", "Slate.col", "Contrast.col"}) {
         Form1Fixture f(scheme);
         f.SetStartSide(1);
         f.NewPuzzle();
