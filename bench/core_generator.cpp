@@ -40,29 +40,27 @@ long ValidCeiling(const Board& b, const std::set<int>& path)
     auto onPath = [&](int r, int c) { return path.count(b.CellNo(r, c)) > 0; };
     long internal = 0;
     std::map<std::pair<int, int>, long> toPathNode; // (group, path node) -> links
-    for (int r = 1; r <= span; ++r)
-        for (int c = 1; c <= span; ++c) {
-            if (!IsLinkCell(r, c) || onPath(r, c))
-                continue;
-            const bool across = r % 2 == 1;
-            const int a = across ? b.CellNo(r, c - 1) : b.CellNo(r - 1, c);
-            const int z = across ? b.CellNo(r, c + 1) : b.CellNo(r + 1, c);
-            const bool pa = path.count(a) > 0, pz = path.count(z) > 0;
-            if (!pa && !pz) {
-                ++internal;
-                parent[static_cast<std::size_t>(find(a))] = find(z);
+    // Calls visit(a, z) with the end nodes' cell numbers of every off-path link cell.
+    auto forEachOffPathLink = [&](auto visit) {
+        for (int r = 1; r <= span; ++r)
+            for (int c = 1; c <= span; ++c) {
+                if (!IsLinkCell(r, c) || onPath(r, c))
+                    continue;
+                const bool across = r % 2 == 1;
+                visit(across ? b.CellNo(r, c - 1) : b.CellNo(r - 1, c),
+                      across ? b.CellNo(r, c + 1) : b.CellNo(r + 1, c));
             }
+    };
+    forEachOffPathLink([&](int a, int z) {
+        if (path.count(a) == 0 && path.count(z) == 0) {
+            ++internal;
+            parent[static_cast<std::size_t>(find(a))] = find(z);
         }
-    for (int r = 1; r <= span; ++r)
-        for (int c = 1; c <= span; ++c) {
-            if (!IsLinkCell(r, c) || onPath(r, c))
-                continue;
-            const bool across = r % 2 == 1;
-            const int a = across ? b.CellNo(r, c - 1) : b.CellNo(r - 1, c);
-            const int z = across ? b.CellNo(r, c + 1) : b.CellNo(r + 1, c);
-            if (path.count(a) != path.count(z))
-                ++toPathNode[path.count(a) ? std::pair{find(z), a} : std::pair{find(a), z}];
-        }
+    });
+    forEachOffPathLink([&](int a, int z) {
+        if (path.count(a) != path.count(z))
+            ++toPathNode[path.count(a) ? std::pair{find(z), a} : std::pair{find(a), z}];
+    });
     std::map<int, long> best;
     for (const auto& [key, links] : toPathNode)
         best[key.first] = std::max(best[key.first], links);
