@@ -1,107 +1,34 @@
-// Prints the generator's speed and the make-up of its boards per grid size, as a markdown table.
+// Prints the generator's speed and what its puzzles offer a player, per grid size, as a
+// markdown table. Puzzles are laid from the left so that equal paths compare equal.
+#include "core/chain_solver.h"
 #include "core/generator.h"
 #include "core/link_rule.h"
+#include "core/random.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <map>
 #include <memory>
-#include <numeric>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 using namespace tallyon;
 
 namespace {
 
+constexpr int kWalksPerPuzzle = 200;
+
 struct Tally {
-    std::vector<double> millis;
+    std::vector<double> millis, validShare, sideShare;
     long rounds = 0, boundHits = 0;
-    long offPathLinks = 0, offPathValid = 0, ceiling = 0;
-    long pathNodes = 0, sideRoadNodes = 0;
+    std::set<std::string> paths;
+    std::set<std::pair<int, int>> ends;
+    long deadEnds = 0, deadEndDepth = 0;
+    long walks = 0, walkWins = 0;
 };
-
-// The most off-path links any digits could make valid while the path stays the only
-// chain: every link between two off-path nodes, plus, for each group of off-path nodes that
-// any links join, its links to the one path node it touches most.
-long ValidCeiling(const Board& b, const std::set<int>& path)
-{
-    const int span = b.BoardSpan;
-    std::vector<int> parent(static_cast<std::size_t>(span * span + 1));
-    std::iota(parent.begin(), parent.end(), 0);
-    auto find = [&](int x) {
-        while (parent[static_cast<std::size_t>(x)] != x)
-            x = parent[static_cast<std::size_t>(x)] = parent[static_cast<std::size_t>(parent[static_cast<std::size_t>(x)])];
-        return x;
-    };
-    auto onPath = [&](int r, int c) { return path.count(b.CellNo(r, c)) > 0; };
-    long internal = 0;
-    std::map<std::pair<int, int>, long> toPathNode; // (group, path node) -> links
-    // Calls visit(a, z) with the end nodes' cell numbers of every off-path link cell.
-    auto forEachOffPathLink = [&](auto visit) {
-        for (int r = 1; r <= span; ++r)
-            for (int c = 1; c <= span; ++c) {
-                if (!IsLinkCell(r, c) || onPath(r, c))
-                    continue;
-                const bool across = r % 2 == 1;
-                visit(across ? b.CellNo(r, c - 1) : b.CellNo(r - 1, c),
-                      across ? b.CellNo(r, c + 1) : b.CellNo(r + 1, c));
-            }
-    };
-    forEachOffPathLink([&](int a, int z) {
-        if (path.count(a) == 0 && path.count(z) == 0) {
-            ++internal;
-            parent[static_cast<std::size_t>(find(a))] = find(z);
-        }
-    });
-    forEachOffPathLink([&](int a, int z) {
-        if (path.count(a) != path.count(z))
-            ++toPathNode[path.count(a) ? std::pair{find(z), a} : std::pair{find(a), z}];
-    });
-    std::map<int, long> best;
-    for (const auto& [key, links] : toPathNode)
-        best[key.first] = std::max(best[key.first], links);
-    for (const auto& [group, links] : best)
-        internal += links;
-    return internal;
-}
-
-bool ValidLink(const Board& b, int r, int c)
-{
-    if (r % 2 == 1)
-        return IsValidTriple(b.NodeValue(r, c - 1), b.NodeValue(r, c), b.NodeValue(r, c + 1));
-    return IsValidTriple(b.NodeValue(r - 1, c), b.NodeValue(r, c), b.NodeValue(r + 1, c));
-}
-
-// Counts off-path links, the valid ones, and path nodes with a valid link off the path.
-void CountLinks(const Board& b, Tally& t)
-{
-    std::set<int> path;
-    for (const std::string& item : b.List2)
-        path.insert(std::stoi(item));
-    auto onPath = [&](int r, int c) { return path.count(b.CellNo(r, c)) > 0; };
-    std::set<int> withSideRoad;
-    for (int r = 1; r <= b.BoardSpan; ++r)
-        for (int c = 1; c <= b.BoardSpan; ++c) {
-            if (!IsLinkCell(r, c) || onPath(r, c))
-                continue;
-            ++t.offPathLinks;
-            if (!ValidLink(b, r, c))
-                continue;
-            ++t.offPathValid;
-            const bool across = r % 2 == 1;
-            const int ra = across ? r : r - 1, ca = across ? c - 1 : c;
-            const int rc = across ? r : r + 1, cc = across ? c + 1 : c;
-            if (onPath(ra, ca) != onPath(rc, cc))
-                withSideRoad.insert(onPath(ra, ca) ? b.CellNo(ra, ca) : b.CellNo(rc, cc));
-        }
-    t.pathNodes += static_cast<long>((b.List2.size() + 1) / 2);
-    t.ceiling += ValidCeiling(b, path);
-    t.sideRoadNodes += static_cast<long>(withSideRoad.size());
-}
 
 double Percentile(std::vector<double> v, double p)
 {
@@ -110,36 +37,124 @@ double Percentile(std::vector<double> v, double p)
     return v[i];
 }
 
+struct View {
+    const Board& b;
+    LinkGraph valid;
+    NodeSet path = 0;
+    int n;
+    explicit View(const Board& board) : b(board), valid(ValidLinkGraph(board)), n(board.GridSize + 1)
+    {
+        for (std::size_t i = 0; i < b.List2.size(); i += 2)
+            path |= NodeBit(Node(std::stoi(b.List2[i])));
+    }
+    int Node(int cell) const { return NodeIndex(b.GridSize, b.CellRow[cell], b.CellCol[cell]); }
+    bool OnPath(int v) const { return (path & NodeBit(v)) != 0; }
+    bool PathLink(int v, int w) const
+    {
+        const int cell = b.CellNo(v / n + w / n + 1, v % n + w % n + 1);
+        return std::find(b.List2.begin(), b.List2.end(), std::to_string(cell)) != b.List2.end();
+    }
+};
+
+// Valid off-path share and the share of path nodes (End aside) with a valid side road.
+void CountLinks(const View& v, Tally& t)
+{
+    long offPath = 0, valid = 0;
+    NodeSet sideRoad = 0;
+    for (int a = 0; a < v.n * v.n; ++a)
+        for (int z : {a + 1, a + v.n}) {
+            if ((z == a + 1 && a % v.n == v.n - 1) || z >= v.n * v.n || v.PathLink(a, z))
+                continue;
+            ++offPath;
+            if (!v.valid.IsOpen(a, z))
+                continue;
+            ++valid;
+            // A valid link that is not the path's: a side road for each path node it touches.
+            sideRoad |= (NodeBit(a) | NodeBit(z)) & v.path;
+        }
+    sideRoad &= ~NodeBit(v.Node(v.b.EndNode));
+    const long pathNodes = static_cast<long>(v.b.List2.size() / 2);
+    t.validShare.push_back(100.0 * valid / std::max(1L, offPath));
+    t.sideShare.push_back(100.0 * CountNodes(sideRoad) / std::max(1L, pathNodes));
+}
+
+// Every set of off-path nodes joined by valid links to one path node only is a dead end;
+// its depth is the most links a player can follow into it.
+void CountDeadEnds(const View& v, Tally& t)
+{
+    const NodeSet offPath = v.valid.nodes & ~v.path;
+    NodeSet seen = 0;
+    for (int start = 0; start < v.n * v.n; ++start) {
+        if (!(offPath & NodeBit(start)) || (seen & NodeBit(start)))
+            continue;
+        NodeSet group = NodeBit(start);
+        for (NodeSet grown; (grown = group | (v.valid.Neighbours(group) & offPath)) != group;)
+            group = grown;
+        seen |= group;
+        const NodeSet doors = v.valid.Neighbours(group) & v.path;
+        if (CountNodes(doors) != 1)
+            continue;
+        int depth = 0;
+        for (NodeSet reached = doors; (v.valid.Neighbours(reached) & group & ~reached) != 0; ++depth)
+            reached |= v.valid.Neighbours(reached) & group;
+        ++t.deadEnds;
+        t.deadEndDepth += depth;
+    }
+}
+
+// A walker who takes a random valid link to a node not yet visited and never backs up.
+void Walk(const View& v, Tally& t)
+{
+    const int start = v.Node(v.b.KeyNodes[0]), hint = v.Node(v.b.KeyNodes[1]), end = v.Node(v.b.KeyNodes[2]);
+    for (int w = 0; w < kWalksPerPuzzle; ++w) {
+        NodeSet visited = NodeBit(start);
+        for (int at = start; at != end;) {
+            const NodeSet next = v.valid.Neighbours(NodeBit(at)) & ~visited;
+            if (!next)
+                break;
+            NodeSet pick = next;
+            for (int skip = RandomInt(CountNodes(next), 0); skip > 0; --skip)
+                pick &= pick - 1;
+            at = LowestNode(pick);
+            visited |= NodeBit(at);
+        }
+        ++t.walks;
+        t.walkWins += (visited & NodeBit(end)) && (visited & NodeBit(hint)) ? 1 : 0;
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     const int puzzles = argc > 1 ? std::max(1, std::atoi(argv[1])) : 200;
     auto board = std::make_unique<Board>();
-    std::printf("Puzzles per size: %d\n\n", puzzles);
-    std::printf("| GridSize | median ms | p99 ms | mean rounds | bound hit | valid off-path share | ceiling | path nodes with valid side road |\n");
-    std::printf("|---|---|---|---|---|---|---|---|\n");
+    std::printf("Puzzles per size: %d, laid from the left; %d walks per puzzle\n\n", puzzles, kWalksPerPuzzle);
+    std::printf("| GridSize | median ms | p99 ms | mean rounds | bound hit | distinct paths | distinct (Start, End) "
+                "| valid off-path share (median) | side-road share (median) | mean dead-end depth | walker success |\n");
+    std::printf("|---|---|---|---|---|---|---|---|---|---|---|\n");
     for (int size = 4; size <= 10; ++size) {
         Tally t;
         for (int i = 0; i < puzzles; ++i) {
             board->GridSize = size;
             const auto start = std::chrono::steady_clock::now();
-            const BuildStats stats = BuildPuzzle(*board, i % 2 == 0 ? kSideLeft : kSideTop, 8400);
+            const BuildStats stats = BuildPuzzle(*board, kSideLeft, 8400);
             const auto stop = std::chrono::steady_clock::now();
             t.millis.push_back(std::chrono::duration<double, std::milli>(stop - start).count());
             t.rounds += stats.Rounds;
             t.boundHits += stats.BoundHit ? 1 : 0;
-            CountLinks(*board, t);
+            t.paths.insert(board->PathList);
+            t.ends.insert({board->StartNode, board->EndNode});
+            const View view(*board);
+            CountLinks(view, t);
+            CountDeadEnds(view, t);
+            Walk(view, t);
         }
-        std::printf("| %d | %.2f | %.2f | %.1f | %ld/%d (%.0f%%) | %.1f%% | %.1f%% | %.2f per puzzle (%.1f%%) |\n", size,
+        std::printf("| %d | %.2f | %.2f | %.1f | %ld | %zu | %zu | %.1f%% | %.1f%% | %.2f | %.2f%% |\n", size,
                     Percentile(t.millis, 0.5), Percentile(t.millis, 0.99), static_cast<double>(t.rounds) / puzzles,
-                    t.boundHits, puzzles, 100.0 * t.boundHits / puzzles,
-                    100.0 * t.offPathValid / std::max(1L, t.offPathLinks),
-                    100.0 * t.ceiling / std::max(1L, t.offPathLinks),
-                    static_cast<double>(t.sideRoadNodes) / puzzles,
-                    100.0 * t.sideRoadNodes / std::max(1L, t.pathNodes));
+                    t.boundHits, t.paths.size(), t.ends.size(), Percentile(t.validShare, 0.5),
+                    Percentile(t.sideShare, 0.5), static_cast<double>(t.deadEndDepth) / std::max(1L, t.deadEnds),
+                    100.0 * t.walkWins / std::max(1L, t.walks));
     }
-    std::printf("\nceiling: the highest valid off-path share any digits could give while the path stays\n"
-                "the only chain (all links between off-path nodes, plus each group's links to one path node).\n");
     return 0;
 }

@@ -93,6 +93,7 @@ void ResetBoard(Board& board, int pictureWidth)
 {
     ClearCells(board);
     board.PathList.clear();
+    board.PathCells.clear();
     board.List2.clear();
     board.List3.clear();
     board.KeyNodes = {0, 0, 0};

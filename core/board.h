@@ -119,6 +119,7 @@ struct Board {
 
     // The solution.
     std::string PathList;           // cell numbers, each followed by ","
+    std::vector<int> PathCells;     // the same numbers, kept in step with PathList
     std::vector<std::string> List2; // the path in order, Start first
     std::vector<std::string> List3; // scratch while the path is turned
     std::array<int, 3> KeyNodes{};  // 0 Start, 1 Hint, 2 End (cell numbers)
@@ -153,5 +154,12 @@ inline bool IsLinkCell(int row, int col) { return ((row & 1) != 0) != ((col & 1)
 
 // Rounds to the nearest integer, an exact half going to the even neighbour.
 int RoundHalfEven(double value);
+
+// The index of the Hint among the items of a path list of `items` cells: half the count,
+// rounded half to even. The count is always odd, so the index is even: always a node.
+inline std::size_t HintItemIndex(std::size_t items)
+{
+    return static_cast<std::size_t>(RoundHalfEven(static_cast<double>(items) / 2.0));
+}
 
 } // namespace tallyon

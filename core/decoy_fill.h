@@ -1,7 +1,6 @@
-// The closing work of the decoy stages: digits for the cells still without one, and the
-// seal that leaves the generated path the only chain of valid links from Start to End.
+// The cells the decoy squares left without a digit.
 //
-// Contract: both routines run on a board whose path is numbered (CellState 1 at path nodes,
+// Contract: these routines run on a board whose path is numbered (CellState 1 at path nodes,
 // 3 at path link cells, as during generation). They never change a path cell's digit and
 // leave gap cells (both coordinates even) at 0.
 #pragma once
@@ -18,13 +17,5 @@ int PickLinkDigit(int a, int c, bool wantValid);
 // Gives every node and link cell in 1..BoardSpan that still holds 0 a digit, preferring
 // digits that make links valid, and marks each such cell 5 in CellState.
 void FillEmptyCells(Board& board);
-
-// Groups the off-path nodes joined by valid off-path links. Each group keeps its valid links
-// to at most one path node (the one of its first valid link in row-major order of the link
-// cells); every link from the group to another path node, and every off-path link between
-// two path nodes, gets a link-cell digit that makes it invalid. A chain that enters a group
-// from its path node can then leave it only back to that node, so the path is the only
-// simple chain of valid links from Start to End.
-void SealPath(Board& board);
 
 } // namespace tallyon

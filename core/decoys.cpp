@@ -4,6 +4,7 @@
 #include "core/generator.h"
 #include "core/link_rule.h"
 #include "core/random.h"
+#include "core/valid_links.h"
 
 #include <array>
 
@@ -137,7 +138,7 @@ void CheckDecoys(Board& board)
                     board.CellState(r + p[0], c + p[1]) = kCheckedMark;
             }
     FillEmptyCells(board);
-    SealPath(board);
+    ChooseValidLinks(board);
 }
 
 } // namespace tallyon

@@ -55,6 +55,15 @@ struct BuildStats {
 // The most LayPath rounds a puzzle may use before the longest path found is taken.
 inline constexpr int kMaxPathRounds = 5000;
 
+// The walk cannot reach 30 * GridSize characters on the two smallest boards, and the
+// longest walk there is nearly always the same one, so every puzzle would share its path.
+// These lengths are reached in about one round in nine and leave many different paths.
+inline constexpr std::size_t kPathLengthAtSize4 = 60;
+inline constexpr std::size_t kPathLengthAtSize5 = 90;
+
+// The PathList length, in characters, that BuildPuzzle lays paths until it reaches.
+std::size_t PathLengthWanted(int gridSize);
+
 // Builds a whole puzzle for board.GridSize: resets the board (geometry for pictureWidth),
 // lays the path, numbers it, fills the decoys, fills List2, resolves the start side from
 // startSideTag (0 Random, 1 Left, 2 Top, 3 and 4 as Left), turns it for Top, picks the

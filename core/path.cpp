@@ -16,14 +16,21 @@
 namespace tallyon {
 namespace {
 
-// Appends "<n>," to text without going through a temporary string.
-void AppendNumber(std::string& text, int n)
+// Appends "<n>," to PathList without going through a temporary string, and n to PathCells.
+void AppendCell(Board& b, int n)
 {
     char digits[16];
     auto [end, ec] = std::to_chars(digits, digits + sizeof digits - 1, n);
     (void)ec;
     *end++ = ',';
-    text.append(digits, static_cast<std::size_t>(end - digits));
+    b.PathList.append(digits, static_cast<std::size_t>(end - digits));
+    b.PathCells.push_back(n);
+}
+
+void ClearPathList(Board& b)
+{
+    b.PathList.clear();
+    b.PathCells.clear();
 }
 
 // Sets the two flags of one step, one at each end.
@@ -116,7 +123,7 @@ bool WalkAttempt(Board& b, AttemptNodes& nodes, WalkReach& reach)
     int row = DrawStartRow(b);
     int col = 1;
     b.StartNode = b.CellNo(row, 1);
-    AppendNumber(b.PathList, b.StartNode);
+    AppendCell(b, b.StartNode);
     reach.AddListed(b.StartNode);
     nodes.Add(row, col);
     char last = 0;
@@ -133,7 +140,7 @@ bool WalkAttempt(Board& b, AttemptNodes& nodes, WalkReach& reach)
         if (used)
             continue;
         const int number = b.CellNo(step.row, step.col);
-        AppendNumber(b.PathList, number);
+        AppendCell(b, number);
         reach.AddListed(number);
         SetStepFlags(b, row, col, step.row, step.col, dir);
         nodes.Add(step.row, step.col);
@@ -182,7 +189,7 @@ void WalkUntilRightEdge(Board& board)
             ClearFlagsAt(board, nodes.at[static_cast<std::size_t>(i)].first,
                          nodes.at[static_cast<std::size_t>(i)].second);
         nodes.count = 0;
-        board.PathList.clear();
+        ClearPathList(board);
         reach.Reset(board);
         LetPendingEventsRun();
         if (WalkAttempt(board, nodes, reach))
@@ -250,8 +257,8 @@ void ExpandPath(Board& board)
 {
     int row = board.CellRow[board.StartNode];
     int col = board.CellCol[board.StartNode];
-    board.PathList.clear();
-    AppendNumber(board.PathList, board.StartNode);
+    ClearPathList(board);
+    AppendCell(board, board.StartNode);
     board.CellState(row, col) = kPathNodeMark;
     std::string pending = PathLinks(board, row, col);
     for (;;) {
@@ -271,8 +278,8 @@ void ExpandPath(Board& board)
         case 'U': dr = -1; back = 'D'; break;
         default: return;
         }
-        AppendNumber(board.PathList, board.CellNo(row + dr, col + dc));
-        AppendNumber(board.PathList, board.CellNo(row + 2 * dr, col + 2 * dc));
+        AppendCell(board, board.CellNo(row + dr, col + dc));
+        AppendCell(board, board.CellNo(row + 2 * dr, col + 2 * dc));
         board.CellState(row + dr, col + dc) = kPathLinkMark;
         board.CellState(row + 2 * dr, col + 2 * dc) = kPathNodeMark;
         row += 2 * dr;
@@ -301,7 +308,7 @@ char DirectionBetween(const Board& b, int from, int to)
 void TurnPath(Board& board)
 {
     const int span = board.BoardSpan;
-    board.PathList.clear();
+    ClearPathList(board);
     board.List3.clear();
     for (const std::string& item : board.List2) {
         const int k = std::stoi(item);
@@ -310,7 +317,7 @@ void TurnPath(Board& board)
         board.List3.push_back(FormatNumber(board.CellNo(c, span + 1 - r)));
     }
     for (const std::string& item : board.List3)
-        board.PathList += item + ",";
+        AppendCell(board, std::stoi(item));
 
     CellArray<int> values;
     CellArray<int> states;

@@ -13,6 +13,7 @@ namespace {
 // What a path round leaves on the board, kept for the longest round.
 struct PathRound {
     std::string PathList;
+    std::vector<int> PathCells;
     CellArray<int> PathLeft, PathRight, PathUp, PathDown;
     CellArray<int> CellState;
     CellArray<std::string> CellMark;
@@ -23,6 +24,7 @@ struct PathRound {
     void Take(const Board& b)
     {
         PathList = b.PathList;
+        PathCells = b.PathCells;
         PathLeft = b.PathLeft;
         PathRight = b.PathRight;
         PathUp = b.PathUp;
@@ -36,6 +38,7 @@ struct PathRound {
     void Give(Board& b) const
     {
         b.PathList = PathList;
+        b.PathCells = PathCells;
         b.PathLeft = PathLeft;
         b.PathRight = PathRight;
         b.PathUp = PathUp;
@@ -82,7 +85,7 @@ std::size_t ExpandedLength(const Board& board)
 BuildStats LayLongPath(Board& board)
 {
     BuildStats stats;
-    const std::size_t wanted = static_cast<std::size_t>(30 * board.GridSize);
+    const std::size_t wanted = PathLengthWanted(board.GridSize);
     std::unique_ptr<PathRound> longest;
     for (;;) {
         if (stats.Rounds == 0)
@@ -111,15 +114,8 @@ BuildStats LayLongPath(Board& board)
 void FillList2(Board& board)
 {
     board.List2.clear();
-    std::string piece;
-    for (char ch : board.PathList) {
-        if (ch != ',') {
-            piece.push_back(ch);
-            continue;
-        }
-        board.List2.push_back(FormatNumber(std::stoi(piece)));
-        piece.clear();
-    }
+    for (int cell : board.PathCells)
+        board.List2.push_back(FormatNumber(cell));
 }
 
 int ResolveStartSide(int tag)
@@ -134,9 +130,7 @@ int ResolveStartSide(int tag)
 
 void SetKeyNodes(Board& board)
 {
-    const std::size_t count = board.List2.size();
-    const int hint = RoundHalfEven(static_cast<double>(count) / 2.0);
-    board.KeyNodes[1] = std::stoi(board.List2[static_cast<std::size_t>(hint)]);
+    board.KeyNodes[1] = std::stoi(board.List2[HintItemIndex(board.List2.size())]);
     board.KeyNodes[0] = std::stoi(board.List2.front());
     board.KeyNodes[2] = std::stoi(board.List2.back());
     board.StartNode = board.KeyNodes[0];
@@ -171,6 +165,15 @@ BuildStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int tra
     SetKeyNodes(board);
     PrepareCellState(board);
     return stats;
+}
+
+std::size_t PathLengthWanted(int gridSize)
+{
+    if (gridSize == 4)
+        return kPathLengthAtSize4;
+    if (gridSize == 5)
+        return kPathLengthAtSize5;
+    return static_cast<std::size_t>(30 * gridSize);
 }
 
 std::string GridSizeText(int n) { return FormatNumber(n) + "x" + FormatNumber(n); }

@@ -35,7 +35,7 @@ void SetClockSource(ClockSource clock) { g_clock = std::move(clock); }
 double RandomUnit()
 {
     const std::uint64_t seed = g_clock ? g_clock() : TimeOfDayNanoseconds();
-    const std::uint64_t bits = Mix(Mix(seed)) >> 11; // 53 bits
+    const std::uint64_t bits = Mix(seed) >> 11; // 53 bits
     return static_cast<double>(bits) * (1.0 / 9007199254740992.0);
 }
 

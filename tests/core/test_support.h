@@ -1,5 +1,5 @@
-// Helpers shared by the core tests: a fixed clock, run sizes, and checks of finished boards
-// written apart from the generator (link validity, grouping of off-path nodes, chain count).
+// Helpers shared by the core tests: a fixed clock, run sizes, and link validity read off a
+// finished board apart from the generator.
 #pragma once
 
 #include "core/board.h"
@@ -8,7 +8,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -70,85 +69,6 @@ inline std::vector<Node> Linked(const Board& b, Node n)
         if (m.row >= 1 && m.row <= b.BoardSpan && m.col >= 1 && m.col <= b.BoardSpan && ValidLinkBetween(b, n, m))
             out.push_back(m);
     return out;
-}
-
-// What breaks the grouping that keeps the path the only chain, or "" when nothing does:
-// off-path nodes joined by valid links form groups, each with valid links to at most one
-// path node, and no valid off-path link joins two path nodes.
-inline std::string GroupingProblem(const Board& b, const std::vector<int>& pathCells)
-{
-    const std::set<int> path(pathCells.begin(), pathCells.end());
-    auto onPath = [&](Node n) { return path.count(b.CellNo(n.row, n.col)) > 0; };
-    std::set<int> seen;
-    for (int r = 1; r <= b.BoardSpan; r += 2)
-        for (int c = 1; c <= b.BoardSpan; c += 2) {
-            if (onPath({r, c})) {
-                for (const Node m : Linked(b, {r, c}))
-                    if (onPath(m) && !path.count(b.CellNo((r + m.row) / 2, (c + m.col) / 2)))
-                        return "valid shortcut from path node " + std::to_string(b.CellNo(r, c));
-                continue;
-            }
-            if (!seen.insert(b.CellNo(r, c)).second)
-                continue;
-            std::set<int> pathNodes;
-            for (std::vector<Node> stack{{r, c}}; !stack.empty();) {
-                const Node n = stack.back();
-                stack.pop_back();
-                for (const Node m : Linked(b, n))
-                    if (onPath(m))
-                        pathNodes.insert(b.CellNo(m.row, m.col));
-                    else if (seen.insert(b.CellNo(m.row, m.col)).second)
-                        stack.push_back(m);
-            }
-            if (pathNodes.size() > 1)
-                return "group at " + std::to_string(b.CellNo(r, c)) + " reaches several path nodes";
-        }
-    return "";
-}
-
-// Counts simple chains of valid links from Start to End, stopping at limit. A branch is
-// cut as soon as End cannot be reached through unvisited nodes.
-struct ChainCounter {
-    const Board& b;
-    int limit;
-    std::set<int> visited;
-    int found = 0;
-
-    int No(Node n) const { return b.CellNo(n.row, n.col); }
-
-    bool CanReachEnd(Node from) const
-    {
-        std::set<int> reached = visited;
-        for (std::vector<Node> stack{from}; !stack.empty();) {
-            const Node n = stack.back();
-            stack.pop_back();
-            for (const Node m : Linked(b, n))
-                if (No(m) == b.EndNode)
-                    return true;
-                else if (reached.insert(No(m)).second)
-                    stack.push_back(m);
-        }
-        return false;
-    }
-
-    void Walk(Node n)
-    {
-        if (No(n) == b.EndNode)
-            ++found;
-        else if (CanReachEnd(n))
-            for (const Node m : Linked(b, n))
-                if (found < limit && visited.insert(No(m)).second) {
-                    Walk(m);
-                    visited.erase(No(m));
-                }
-    }
-};
-
-inline int CountChains(const Board& b, int limit)
-{
-    ChainCounter counter{b, limit, {b.StartNode}};
-    counter.Walk({b.CellRow[b.StartNode], b.CellCol[b.StartNode]});
-    return counter.found;
 }
 
 } // namespace tallyon::testing

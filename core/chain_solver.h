@@ -1,0 +1,89 @@
+// The exact solver: counts the simple chains of valid links from Start through the Hint to
+// End, so that the generator can prove that its path is the only one.
+//
+// Contract: nodes are numbered row-major over the node lattice, (GridSize + 1) to a side,
+// at most 128 of them. A chain is a sequence of distinct nodes joined by open links that
+// starts at Start, ends at End and contains every node it must visit (the Hint, and for the
+// generator's proofs the two ends of the link being tried, which prunes the search hard). Counting stops at `limit`; a search
+// that needs more than `budget` steps stops early and reports itself incomplete, in which
+// case `chains` is only a lower bound.
+#pragma once
+
+#include "core/board.h"
+
+#include <array>
+#include <cstdint>
+#include <utility>
+
+namespace tallyon {
+
+__extension__ typedef unsigned __int128 NodeSet;
+
+inline NodeSet NodeBit(int node) { return NodeSet{1} << node; }
+
+inline int CountNodes(NodeSet set)
+{
+    return __builtin_popcountll(static_cast<std::uint64_t>(set)) + __builtin_popcountll(static_cast<std::uint64_t>(set >> 64));
+}
+
+// The lowest node of a non-empty set.
+inline int LowestNode(NodeSet set)
+{
+    const auto low = static_cast<std::uint64_t>(set);
+    return low ? __builtin_ctzll(low) : 64 + __builtin_ctzll(static_cast<std::uint64_t>(set >> 64));
+}
+
+// The open (valid) links of a board as four direction masks over the node lattice.
+struct LinkGraph {
+    int side = 0;          // nodes per row and per column
+    NodeSet nodes = 0;     // every node of the lattice
+    NodeSet right = 0;     // nodes with an open link to the node on their right
+    NodeSet left = 0;      // ... to the node on their left
+    NodeSet down = 0;      // ... to the node below
+    NodeSet up = 0;        // ... to the node above
+
+    // An empty graph (no open link) over side x side nodes.
+    static LinkGraph Empty(int side);
+    // Opens or closes the link between two neighbouring nodes.
+    void SetLink(int a, int b, bool open);
+    bool IsOpen(int a, int b) const;
+    // The nodes joined to any node of `from` by an open link.
+    NodeSet Neighbours(NodeSet from) const;
+};
+
+// The node number of the node cell (row, col) of a board; row and col must be odd.
+inline int NodeIndex(int gridSize, int row, int col) { return ((row - 1) / 2) * (gridSize + 1) + (col - 1) / 2; }
+
+// The graph of the links that the link rule accepts on a fully numbered board.
+LinkGraph ValidLinkGraph(const Board& board);
+
+// Any graph of at most 128 nodes, as the set of neighbours of each node.
+struct ChainGraph {
+    std::array<NodeSet, 128> adjacent{};
+    void Join(int a, int b)
+    {
+        adjacent[static_cast<std::size_t>(a)] |= NodeBit(b);
+        adjacent[static_cast<std::size_t>(b)] |= NodeBit(a);
+    }
+};
+
+// The lattice graph's open links as a graph.
+ChainGraph ToChainGraph(const LinkGraph& lattice);
+
+struct ChainCount {
+    int chains = 0;        // chains found, at most the limit
+    bool complete = true;  // false when the step budget ran out first
+    long steps = 0;        // search steps used
+};
+
+inline constexpr long kDefaultChainBudget = 200000;
+
+ChainCount CountChains(const ChainGraph& graph, int start, NodeSet mustVisit, int end, int limit = 2,
+                       long budget = kDefaultChainBudget);
+ChainCount CountChains(const LinkGraph& graph, int start, NodeSet mustVisit, int end, int limit = 2,
+                       long budget = kDefaultChainBudget);
+
+// The chains of a finished board, between its key nodes (cell numbers in KeyNodes).
+ChainCount CountBoardChains(const Board& board, int limit = 2, long budget = kDefaultChainBudget);
+
+} // namespace tallyon

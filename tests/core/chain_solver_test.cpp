@@ -1,0 +1,83 @@
+// The chain solver against a plain enumeration of every simple chain on small lattices.
+#include "core/chain_solver.h"
+#include "core/random.h"
+#include "test_support.h"
+
+#include <gtest/gtest.h>
+
+namespace tallyon {
+namespace {
+
+using namespace testing;
+
+// Every simple chain from start to end that visits every node of `must`, by brute force.
+int Enumerate(const LinkGraph& g, int at, NodeSet must, int end, NodeSet visited)
+{
+    if (at == end)
+        return (visited & must) == must ? 1 : 0;
+    int total = 0;
+    for (int next = 0; next < g.side * g.side; ++next)
+        if (!(visited & NodeBit(next)) && g.IsOpen(at, next)
+            && (std::abs(at - next) == g.side || (std::abs(at - next) == 1 && at / g.side == next / g.side)))
+            total += Enumerate(g, next, must, end, visited | NodeBit(next));
+    return total;
+}
+
+// A lattice of side x side nodes with each link open at the given odds (percent).
+LinkGraph RandomGraph(int side, int openPercent)
+{
+    LinkGraph g = LinkGraph::Empty(side);
+    for (int v = 0; v < side * side; ++v) {
+        if (v % side + 1 < side && RandomInt(100, 0) < openPercent)
+            g.SetLink(v, v + 1, true);
+        if (v + side < side * side && RandomInt(100, 0) < openPercent)
+            g.SetLink(v, v + side, true);
+    }
+    return g;
+}
+
+TEST(ChainSolver, AgreesWithEveryChainEnumerated)
+{
+    int seenNone = 0, seenOne = 0, seenMany = 0;
+    for (int side : {3, 4, 5})
+        for (int percent : {55, 75, 95})
+            for (int i = 0; i < 60; ++i) {
+                const LinkGraph g = RandomGraph(side, percent);
+                const int start = RandomInt(side, 0) * side, end = RandomInt(side, 0) * side + side - 1;
+                // The Hint alone, or the Hint and the two ends of a link, as the generator asks.
+                NodeSet must = NodeBit(RandomInt(side * side, 0));
+                if (i % 2 == 1)
+                    must |= NodeBit(RandomInt(side * side, 0)) | NodeBit(RandomInt(side * side, 0));
+                const int all = Enumerate(g, start, must, end, NodeBit(start));
+                for (int limit : {1, 2, 1000}) {
+                    const ChainCount found = CountChains(g, start, must, end, limit);
+                    ASSERT_TRUE(found.complete);
+                    ASSERT_EQ(found.chains, std::min(all, limit)) << "side " << side << " start " << start << " end " << end;
+                }
+                seenNone += all == 0;
+                seenOne += all == 1;
+                seenMany += all > 1;
+            }
+    EXPECT_TRUE(seenNone > 10 && seenOne > 10 && seenMany > 10) << seenNone << " " << seenOne << " " << seenMany;
+}
+
+TEST(ChainSolver, ReportsARunOutBudgetAsIncomplete)
+{
+    LinkGraph g = LinkGraph::Empty(5);
+    for (int v = 0; v < 25; ++v) {
+        if (v % 5 < 4)
+            g.SetLink(v, v + 1, true);
+        if (v < 20)
+            g.SetLink(v, v + 5, true);
+    }
+    const int every = Enumerate(g, 0, NodeBit(12), 24, NodeBit(0));
+    const ChainCount all = CountChains(g, 0, NodeBit(12), 24, 1000000, 10000000);
+    EXPECT_TRUE(all.complete);
+    EXPECT_EQ(all.chains, every);
+    const ChainCount cut = CountChains(g, 0, NodeBit(12), 24, 1000000, 500);
+    EXPECT_FALSE(cut.complete);
+    EXPECT_LT(cut.chains, every);
+}
+
+} // namespace
+} // namespace tallyon
