@@ -1,13 +1,20 @@
 // Side roads by construction, then every other link made valid where the solver allows it.
 //
-// The off-path nodes are shared out into small groups grown round-robin from the path
-// nodes, one node per path node per round. A group is joined by valid links to its own path
-// node only, so it is a dead end: a chain that enters it can leave only the way it came.
-// Then, in random order, each remaining off-path link is made valid if the path stays the
-// only chain. A set of off-path nodes joined to two path nodes before the Hint, or two after
-// it, always opens a second chain (the detour between them); one joined to a path node
-// before the Hint and one after it only skips the Hint, which is harmless unless another
-// detour leads back, and only that case needs the solver.
+// 1. Shortcuts between two path nodes, one before the Hint and one after it, open where the
+//    solver allows them.
+// 2. The off-path nodes are shared out into groups: each path node first takes one free
+//    neighbour (a largest matching, so that most path nodes get a side road), then the
+//    groups grow round-robin, one node per path node per round, towards where they touch
+//    themselves most. Groups are merged while that makes more links valid than it closes
+//    and enough path nodes keep a side road.
+// 3. A group is joined by valid links to its own path node only, so it is a dead end: a
+//    chain that enters it can leave only the way it came.
+// 4. In random order, each remaining off-path link is made valid if the path stays the only
+//    chain. A set of off-path nodes joined to two path nodes before the Hint, or two after
+//    it, always opens a second chain (the detour between them); one joined to a path node
+//    before the Hint and one after it only skips the Hint, which is harmless unless another
+//    detour leads back, and only that case needs the solver.
+// 5. The whole board is solved once more; the link digits then follow the choice.
 #include "core/valid_links.h"
 #include "core/chain_solver.h"
 #include "core/decoy_fill.h"
@@ -153,9 +160,6 @@ private:
         return false;
     }
 
-    // The number of lattice links between two sets of nodes.
-    int LinksBetween(NodeSet a, NodeSet b) const { return LinkCount(grid_, a, b); }
-
     // Folds a group into a neighbouring one while that makes more links valid than it loses
     // (its links to its own path node close, the links between the two groups open), as
     // long as enough path nodes keep a side road.
@@ -179,11 +183,11 @@ private:
                 const NodeSet off = groups[i] & ~path_;
                 if (!off)
                     continue;
-                const int loss = LinksBetween(off, NodeBit(pathNodes_[i]));
+                const int loss = LinkCount(grid_, off, NodeBit(pathNodes_[i]));
                 for (std::size_t j = 0; j < groups.size(); ++j) {
                     if (j == i || !(groups[j] & ~path_))
                         continue;
-                    const int gain = LinksBetween(off, groups[j]) - loss;
+                    const int gain = LinkCount(grid_, off, groups[j]) - loss;
                     if (gain > bestGain) {
                         bestGain = gain;
                         from = i;
