@@ -36,7 +36,8 @@ struct Link {
     int a, b; // node numbers, a < b
 };
 
-// The share of path nodes, in percent, that keep a side road when groups are merged.
+// The share of path nodes, in percent, below which merging groups stops: the merge that
+// takes the count of path nodes with a side road under it is the last one.
 constexpr int kSideRoadPercent = 58;
 
 // The number of links of the graph g between a node of a and a node of b.
@@ -82,12 +83,13 @@ public:
 
     void Run()
     {
+        LinkGraph deadEndsOnly = open_; // the path's own links so far
         OpenShortcuts();
         std::vector<NodeSet> groups = GrowGroups();
         MergeGroups(groups);
         SetOwners(groups);
-        OpenGroupLinks();
-        const LinkGraph deadEndsOnly = open_;
+        OpenGroupLinks(open_);
+        OpenGroupLinks(deadEndsOnly);
         TryOtherLinks();
         // The whole board, solved once more without the shortcut view. Should this ever
         // find a second chain, only the dead ends stay: those alone can never open one.
@@ -262,14 +264,14 @@ private:
         return best;
     }
 
-    void OpenGroupLinks()
+    void OpenGroupLinks(LinkGraph& graph) const
     {
         ForEachLink([&](Link l) {
             const bool pathA = OnPath(l.a), pathB = OnPath(l.b);
             const int ownerA = pathA ? l.a : owner_[static_cast<std::size_t>(l.a)];
             const int ownerB = pathB ? l.b : owner_[static_cast<std::size_t>(l.b)];
             if (!(pathA && pathB) && ownerA == ownerB)
-                open_.SetLink(l.a, l.b, true);
+                graph.SetLink(l.a, l.b, true);
         });
     }
 
