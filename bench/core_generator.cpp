@@ -51,7 +51,8 @@ struct View {
     bool OnPath(int v) const { return (path & NodeBit(v)) != 0; }
     bool PathLink(int v, int w) const
     {
-        const int cell = b.CellNo(v / n + w / n + 1, v % n + w % n + 1);
+        const CellAt link = LinkCellBetween(b.GridSize, v, w);
+        const int cell = b.CellNo(link.row, link.col);
         return std::find(b.List2.begin(), b.List2.end(), std::to_string(cell)) != b.List2.end();
     }
 };
@@ -61,17 +62,16 @@ void CountLinks(const View& v, Tally& t)
 {
     long offPath = 0, valid = 0;
     NodeSet sideRoad = 0;
-    for (int a = 0; a < v.n * v.n; ++a)
-        for (int z : {a + 1, a + v.n}) {
-            if ((z == a + 1 && a % v.n == v.n - 1) || z >= v.n * v.n || v.PathLink(a, z))
-                continue;
-            ++offPath;
-            if (!v.valid.IsOpen(a, z))
-                continue;
-            ++valid;
-            // A valid link that is not the path's: a side road for each path node it touches.
-            sideRoad |= (NodeBit(a) | NodeBit(z)) & v.path;
-        }
+    ForEachLatticeLink(v.n, [&](int a, int z) {
+        if (v.PathLink(a, z))
+            return;
+        ++offPath;
+        if (!v.valid.IsOpen(a, z))
+            return;
+        ++valid;
+        // A valid link that is not the path's: a side road for each path node it touches.
+        sideRoad |= (NodeBit(a) | NodeBit(z)) & v.path;
+    });
     sideRoad &= ~NodeBit(v.Node(v.b.EndNode));
     const long pathNodes = static_cast<long>(v.b.List2.size() / 2);
     t.validShare.push_back(100.0 * valid / std::max(1L, offPath));

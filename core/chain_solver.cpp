@@ -15,6 +15,13 @@ LinkGraph LinkGraph::Empty(int side)
     return g;
 }
 
+LinkGraph LinkGraph::Full(int side)
+{
+    LinkGraph g = Empty(side);
+    ForEachLatticeLink(side, [&g](int a, int b) { g.SetLink(a, b, true); });
+    return g;
+}
+
 void LinkGraph::SetLink(int a, int b, bool open)
 {
     if (a > b)
@@ -42,20 +49,18 @@ NodeSet LinkGraph::Neighbours(NodeSet from) const
     return ((from & right) << 1) | ((from & left) >> 1) | ((from & down) << side) | ((from & up) >> side);
 }
 
+bool IsValidLink(const Board& board, int a, int b)
+{
+    const int size = board.GridSize;
+    const CellAt link = LinkCellBetween(size, a, b);
+    return IsValidTriple(board.NodeValue(NodeRow(size, a), NodeCol(size, a)), board.NodeValue(link.row, link.col),
+                         board.NodeValue(NodeRow(size, b), NodeCol(size, b)));
+}
+
 LinkGraph ValidLinkGraph(const Board& board)
 {
-    const int n = board.GridSize + 1;
-    LinkGraph g = LinkGraph::Empty(n);
-    for (int r = 1; r <= board.BoardSpan; r += 2)
-        for (int c = 1; c <= board.BoardSpan; c += 2) {
-            const int here = NodeIndex(board.GridSize, r, c);
-            if (c + 2 <= board.BoardSpan
-                && IsValidTriple(board.NodeValue(r, c), board.NodeValue(r, c + 1), board.NodeValue(r, c + 2)))
-                g.SetLink(here, here + 1, true);
-            if (r + 2 <= board.BoardSpan
-                && IsValidTriple(board.NodeValue(r, c), board.NodeValue(r + 1, c), board.NodeValue(r + 2, c)))
-                g.SetLink(here, here + n, true);
-        }
+    LinkGraph g = LinkGraph::Empty(board.GridSize + 1);
+    ForEachLatticeLink(g.side, [&](int a, int b) { g.SetLink(a, b, IsValidLink(board, a, b)); });
     return g;
 }
 
@@ -102,16 +107,16 @@ private:
     }
 
     struct Flow {
-        std::array<int, 128> pred; // the node whose exit feeds this node's entry, or -1
+        std::array<int, kMaxLatticeNodes> pred; // the node whose exit feeds this node's entry, or -1
         NodeSet used = 0;          // nodes whose entry-to-exit capacity is taken
     };
 
     // States: 2 * node for its entry, 2 * node + 1 for its exit.
     bool Augment(int source, NodeSet sinks, Flow& flow) const
     {
-        std::array<int, 256> parent;
+        std::array<int, 2 * kMaxLatticeNodes> parent;
         parent.fill(-1);
-        std::array<int, 256> queue;
+        std::array<int, 2 * kMaxLatticeNodes> queue;
         int head = 0, tail = 0;
         auto push = [&](int state, int from) {
             if (parent[static_cast<std::size_t>(state)] < 0) {
@@ -151,9 +156,9 @@ private:
     }
 
     // Pushes one unit along the path that ends in `state`, from its source on.
-    static void Apply(const std::array<int, 256>& parent, int state, Flow& flow)
+    static void Apply(const std::array<int, 2 * kMaxLatticeNodes>& parent, int state, Flow& flow)
     {
-        std::array<int, 256> path;
+        std::array<int, 2 * kMaxLatticeNodes> path;
         int length = 0;
         for (int s = state; parent[static_cast<std::size_t>(s)] != s; s = parent[static_cast<std::size_t>(s)])
             path[static_cast<std::size_t>(length++)] = s;

@@ -3,8 +3,8 @@
 //
 // Contract: nodes are numbered row-major over the node lattice, (GridSize + 1) to a side,
 // at most 128 of them. A chain is a sequence of distinct nodes joined by open links that
-// starts at Start, ends at End and contains every node it must visit (the Hint, and for the
-// generator's proofs the two ends of the link being tried, which prunes the search hard). Counting stops at `limit`; a search
+// starts at Start, ends at End and contains every node it must visit (the Hint; the tests
+// also ask for further nodes). Counting stops at `limit`; a search
 // that needs more than `budget` steps stops early and reports itself incomplete, in which
 // case `chains` is only a lower bound.
 #pragma once
@@ -18,6 +18,9 @@
 namespace tallyon {
 
 __extension__ typedef unsigned __int128 NodeSet;
+
+// The most nodes a NodeSet holds; the largest board has 121.
+inline constexpr int kMaxLatticeNodes = 128;
 
 inline NodeSet NodeBit(int node) { return NodeSet{1} << node; }
 
@@ -44,6 +47,8 @@ struct LinkGraph {
 
     // An empty graph (no open link) over side x side nodes.
     static LinkGraph Empty(int side);
+    // The whole lattice: every link between two neighbouring nodes open.
+    static LinkGraph Full(int side);
     // Opens or closes the link between two neighbouring nodes.
     void SetLink(int a, int b, bool open);
     bool IsOpen(int a, int b) const;
@@ -51,15 +56,42 @@ struct LinkGraph {
     NodeSet Neighbours(NodeSet from) const;
 };
 
+// Calls visit(a, b) once for every link of a side x side node lattice, a < b.
+template <typename Visit>
+void ForEachLatticeLink(int side, Visit visit)
+{
+    for (int v = 0; v < side * side; ++v) {
+        if (v % side + 1 < side)
+            visit(v, v + 1);
+        if (v + side < side * side)
+            visit(v, v + side);
+    }
+}
+
 // The node number of the node cell (row, col) of a board; row and col must be odd.
 inline int NodeIndex(int gridSize, int row, int col) { return ((row - 1) / 2) * (gridSize + 1) + (col - 1) / 2; }
+// The row and column of node number v's cell, the other way round.
+inline int NodeRow(int gridSize, int v) { return 2 * (v / (gridSize + 1)) + 1; }
+inline int NodeCol(int gridSize, int v) { return 2 * (v % (gridSize + 1)) + 1; }
+
+// The link cell between the neighbouring nodes a and b.
+struct CellAt {
+    int row, col;
+};
+inline CellAt LinkCellBetween(int gridSize, int a, int b)
+{
+    return {(NodeRow(gridSize, a) + NodeRow(gridSize, b)) / 2, (NodeCol(gridSize, a) + NodeCol(gridSize, b)) / 2};
+}
+
+// Whether the link between the neighbouring nodes a and b of a numbered board is valid.
+bool IsValidLink(const Board& board, int a, int b);
 
 // The graph of the links that the link rule accepts on a fully numbered board.
 LinkGraph ValidLinkGraph(const Board& board);
 
 // Any graph of at most 128 nodes, as the set of neighbours of each node.
 struct ChainGraph {
-    std::array<NodeSet, 128> adjacent{};
+    std::array<NodeSet, kMaxLatticeNodes> adjacent{};
     void Join(int a, int b)
     {
         adjacent[static_cast<std::size_t>(a)] |= NodeBit(b);

@@ -2,11 +2,7 @@
 //
 // 1. Shortcuts between two path nodes, one before the Hint and one after it, open where the
 //    solver allows them.
-// 2. The off-path nodes are shared out into groups: each path node first takes one free
-//    neighbour (a largest matching, so that most path nodes get a side road), then the
-//    groups grow round-robin, one node per path node per round, towards where they touch
-//    themselves most. Groups are merged while that makes more links valid than it closes
-//    and enough path nodes keep a side road.
+// 2. The off-path nodes are shared out into groups, one per path node (side_groups.h).
 // 3. A group is joined by valid links to its own path node only, so it is a dead end: a
 //    chain that enters it can leave only the way it came.
 // 4. In random order, each remaining off-path link is made valid if the path stays the only
@@ -20,40 +16,21 @@
 #include "core/decoy_fill.h"
 #include "core/link_rule.h"
 #include "core/random.h"
+#include "core/side_groups.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 namespace tallyon {
 namespace {
 
-constexpr int kMaxNodes = 128;
-
 struct Link {
     int a, b; // node numbers, a < b
 };
-
-// The share of path nodes, in percent, below which merging groups stops: the merge that
-// takes the count of path nodes with a side road under it is the last one.
-constexpr int kSideRoadPercent = 58;
-
-// The number of links of the graph g between a node of a and a node of b.
-int LinkCount(const LinkGraph& g, NodeSet a, NodeSet b)
-{
-    return CountNodes(((a & g.right) << 1) & b) + CountNodes(((a & g.left) >> 1) & b)
-        + CountNodes(((a & g.down) << g.side) & b) + CountNodes(((a & g.up) >> g.side) & b);
-}
-
-// A random node of a non-empty set.
-int PickNode(NodeSet set)
-{
-    for (int skip = RandomInt(CountNodes(set), 0); skip > 0; --skip)
-        set &= set - 1;
-    return LowestNode(set);
-}
 
 class LinkChooser {
 public:
@@ -67,13 +44,6 @@ public:
             path_ |= NodeBit(Node(cell));
         }
         hint_ = static_cast<int>(HintItemIndex(board.PathCells.size()) / 2);
-        grid_ = LinkGraph::Empty(n_);
-        for (int v = 0; v < n_ * n_; ++v) {
-            if (v % n_ + 1 < n_)
-                grid_.SetLink(v, v + 1, true);
-            if (v + n_ < n_ * n_)
-                grid_.SetLink(v, v + n_, true);
-        }
         open_ = LinkGraph::Empty(n_);
         for (std::size_t i = 1; i < pathNodes_.size(); ++i) {
             open_.SetLink(pathNodes_[i - 1], pathNodes_[i], true);
@@ -85,9 +55,7 @@ public:
     {
         LinkGraph deadEndsOnly = open_; // the path's own links so far
         OpenShortcuts();
-        std::vector<NodeSet> groups = GrowGroups();
-        MergeGroups(groups);
-        SetOwners(groups);
+        SetOwners(FormSideGroups(pathNodes_, open_));
         OpenGroupLinks(open_);
         OpenGroupLinks(deadEndsOnly);
         TryOtherLinks();
@@ -103,119 +71,6 @@ public:
 private:
     int Node(int cell) const { return NodeIndex(b_.GridSize, b_.CellRow[cell], b_.CellCol[cell]); }
     bool OnPath(int v) const { return pathIndex_[static_cast<std::size_t>(v)] >= 0; }
-
-    // The off-path nodes, each claimed by the path node whose group reached it first. Each
-    // group holds its path node as well.
-    std::vector<NodeSet> GrowGroups() const
-    {
-        NodeSet unclaimed = grid_.nodes & ~path_;
-        std::vector<NodeSet> groups;
-        for (int p : pathNodes_)
-            groups.push_back(NodeBit(p));
-        // The first node of every group comes from a largest matching of path nodes to
-        // off-path neighbours, so that as many path nodes as possible get a side road.
-        const std::array<int, kMaxNodes> seeds = MatchSeeds();
-        for (int v = 0; v < n_ * n_; ++v)
-            if (seeds[static_cast<std::size_t>(v)] >= 0) {
-                groups[static_cast<std::size_t>(seeds[static_cast<std::size_t>(v)])] |= NodeBit(v);
-                unclaimed &= ~NodeBit(v);
-            }
-        for (bool grown = true; unclaimed && grown;) {
-            grown = false;
-            for (NodeSet& group : groups) {
-                const NodeSet reach = grid_.Neighbours(group) & unclaimed;
-                if (!reach)
-                    continue;
-                const int v = PickNode(Snuggest(reach, group));
-                group |= NodeBit(v);
-                unclaimed &= ~NodeBit(v);
-                grown = true;
-            }
-        }
-        return groups;
-    }
-
-    // For each off-path node, the path index it is matched to, or -1 (augmenting paths).
-    std::array<int, kMaxNodes> MatchSeeds() const
-    {
-        std::array<int, kMaxNodes> matchedTo;
-        matchedTo.fill(-1);
-        for (std::size_t i = 0; i < pathNodes_.size(); ++i) {
-            NodeSet seen = 0;
-            Augment(static_cast<int>(i), matchedTo, seen);
-        }
-        return matchedTo;
-    }
-
-    bool Augment(int i, std::array<int, kMaxNodes>& matchedTo, NodeSet& seen) const
-    {
-        const NodeSet around = grid_.Neighbours(NodeBit(pathNodes_[static_cast<std::size_t>(i)])) & ~path_ & ~seen;
-        for (NodeSet rest = around; rest; rest &= rest - 1) {
-            const int v = LowestNode(rest);
-            seen |= NodeBit(v);
-            int& holder = matchedTo[static_cast<std::size_t>(v)];
-            if (holder < 0 || Augment(holder, matchedTo, seen)) {
-                holder = i;
-                return true;
-            }
-        }
-        return false;
-    }
-
-    // Folds a group into a neighbouring one while that makes more links valid than it loses
-    // (its links to its own path node close, the links between the two groups open), as
-    // long as enough path nodes keep a side road.
-    void MergeGroups(std::vector<NodeSet>& groups) const
-    {
-        // A path node has a side road while its group is not empty or a shortcut leaves it.
-        // The End node's side roads lead nowhere a player could want to go, so End is not
-        // counted.
-        const std::size_t last = groups.size() - 1;
-        auto hasRoad = [&](std::size_t i) {
-            return (groups[i] & ~path_) || (open_.Neighbours(NodeBit(pathNodes_[i])) & ~NeighboursOnPath(i));
-        };
-        int withRoad = 0;
-        for (std::size_t i = 0; i < last; ++i)
-            withRoad += hasRoad(i) ? 1 : 0;
-        const int keep = (kSideRoadPercent * static_cast<int>(last) + 99) / 100;
-        for (;;) {
-            int bestGain = 0;
-            std::size_t from = 0, into = 0;
-            for (std::size_t i = 0; i < groups.size(); ++i) {
-                const NodeSet off = groups[i] & ~path_;
-                if (!off)
-                    continue;
-                const int loss = LinkCount(grid_, off, NodeBit(pathNodes_[i]));
-                for (std::size_t j = 0; j < groups.size(); ++j) {
-                    if (j == i || !(groups[j] & ~path_))
-                        continue;
-                    const int gain = LinkCount(grid_, off, groups[j]) - loss;
-                    if (gain > bestGain) {
-                        bestGain = gain;
-                        from = i;
-                        into = j;
-                    }
-                }
-            }
-            if (bestGain == 0)
-                return;
-            groups[into] |= groups[from] & ~path_;
-            groups[from] &= path_;
-            if (from != last && !hasRoad(from) && --withRoad < keep)
-                return;
-        }
-    }
-
-    // The path nodes before and after path node i.
-    NodeSet NeighboursOnPath(std::size_t i) const
-    {
-        NodeSet around = 0;
-        if (i > 0)
-            around |= NodeBit(pathNodes_[i - 1]);
-        if (i + 1 < pathNodes_.size())
-            around |= NodeBit(pathNodes_[i + 1]);
-        return around;
-    }
 
     // Shortcuts between two path nodes, one before the Hint and one after it, that the
     // solver proves harmless.
@@ -243,25 +98,6 @@ private:
                 parent_[static_cast<std::size_t>(LowestNode(rest))] = root;
             }
         }
-    }
-
-    // The nodes of `reach` that touch the group on the most sides: growing there keeps a
-    // group compact, so fewer links run between two groups and stay invalid.
-    NodeSet Snuggest(NodeSet reach, NodeSet group) const
-    {
-        NodeSet best = 0;
-        int most = 0;
-        for (NodeSet rest = reach; rest; rest &= rest - 1) {
-            const int v = LowestNode(rest);
-            const int touching = CountNodes(grid_.Neighbours(NodeBit(v)) & group);
-            if (touching > most) {
-                most = touching;
-                best = 0;
-            }
-            if (touching == most)
-                best |= NodeBit(v);
-        }
-        return best;
     }
 
     void OpenGroupLinks(LinkGraph& graph) const
@@ -321,9 +157,16 @@ private:
     // True when the two path nodes lie on either side of the Hint.
     bool Straddles(NodeSet joined) const
     {
-        const int first = pathIndex_[static_cast<std::size_t>(LowestNode(joined))];
-        const int second = pathIndex_[static_cast<std::size_t>(LowestNode(joined & (joined - 1)))];
-        return std::min(first, second) < hint_ && std::max(first, second) > hint_;
+        const auto [first, second] = PathIndexes(joined);
+        return first < hint_ && second > hint_;
+    }
+
+    // The path indexes, in order, of the two path nodes of a set of two.
+    std::pair<int, int> PathIndexes(NodeSet two) const
+    {
+        const int a = pathIndex_[static_cast<std::size_t>(LowestNode(two))];
+        const int b = pathIndex_[static_cast<std::size_t>(LowestNode(two & (two - 1)))];
+        return {std::min(a, b), std::max(a, b)};
     }
 
     // True when joining the two path nodes of `joined` leaves the path the only chain.
@@ -333,8 +176,7 @@ private:
     bool ProvedHarmless(NodeSet joined) const
     {
         ChainGraph tried = shortcuts_;
-        const int first = pathIndex_[static_cast<std::size_t>(LowestNode(joined))];
-        const int second = pathIndex_[static_cast<std::size_t>(LowestNode(joined & (joined - 1)))];
+        const auto [first, second] = PathIndexes(joined);
         tried.Join(first, second);
         const int last = static_cast<int>(pathNodes_.size()) - 1;
         const ChainCount found = CountChains(tried, 0, NodeBit(hint_), last, 2, kLinkProofBudget);
@@ -349,8 +191,8 @@ private:
         if (!sameSet && count > 1) {
             if (count > 2 || !Straddles(joined) || !ProvedHarmless(joined))
                 return;
-            shortcuts_.Join(pathIndex_[static_cast<std::size_t>(LowestNode(joined))],
-                            pathIndex_[static_cast<std::size_t>(LowestNode(joined & (joined - 1)))]);
+            const auto [first, second] = PathIndexes(joined);
+            shortcuts_.Join(first, second);
         }
         open_.SetLink(l.a, l.b, true);
         if (OnPath(l.a) && OnPath(l.b))
@@ -364,13 +206,13 @@ private:
     void WriteDigits()
     {
         ForEachLink([&](Link l) {
-            const int ra = 2 * (l.a / n_) + 1, ca = 2 * (l.a % n_) + 1;
-            const int rc = 2 * (l.b / n_) + 1, cc = 2 * (l.b % n_) + 1;
-            int& digit = b_.NodeValue((ra + rc) / 2, (ca + cc) / 2);
-            const int x = b_.NodeValue(ra, ca), z = b_.NodeValue(rc, cc);
             const bool open = open_.IsOpen(l.a, l.b);
-            if (IsValidTriple(x, digit, z) != open)
-                digit = PickLinkDigit(x, z, open);
+            if (IsValidLink(b_, l.a, l.b) == open)
+                return;
+            const int size = b_.GridSize;
+            const CellAt cell = LinkCellBetween(size, l.a, l.b);
+            b_.NodeValue(cell.row, cell.col) = PickLinkDigit(b_.NodeValue(NodeRow(size, l.a), NodeCol(size, l.a)),
+                                                             b_.NodeValue(NodeRow(size, l.b), NodeCol(size, l.b)), open);
         });
     }
 
@@ -378,15 +220,11 @@ private:
     template <typename Visit>
     void ForEachLink(Visit visit) const
     {
-        for (int v = 0; v < n_ * n_; ++v)
-            for (int w : {v + 1, v + n_}) {
-                if ((w == v + 1 && v % n_ + 1 >= n_) || w >= n_ * n_)
-                    continue;
-                if (OnPath(v) && OnPath(w)
-                    && std::abs(pathIndex_[static_cast<std::size_t>(v)] - pathIndex_[static_cast<std::size_t>(w)]) == 1)
-                    continue;
+        ForEachLatticeLink(n_, [&](int v, int w) {
+            if (!OnPath(v) || !OnPath(w)
+                || std::abs(pathIndex_[static_cast<std::size_t>(v)] - pathIndex_[static_cast<std::size_t>(w)]) != 1)
                 visit(Link{v, w});
-            }
+        });
     }
 
     int Find(int v)
@@ -398,14 +236,14 @@ private:
 
     Board& b_;
     int n_;
-    std::array<int, kMaxNodes> pathIndex_{};
-    std::array<int, kMaxNodes> owner_{};
-    std::array<int, kMaxNodes> parent_{};
-    std::array<NodeSet, kMaxNodes> attached_{};
+    std::array<int, kMaxLatticeNodes> pathIndex_{};
+    std::array<int, kMaxLatticeNodes> owner_{};
+    std::array<int, kMaxLatticeNodes> parent_{};
+    std::array<NodeSet, kMaxLatticeNodes> attached_{};
     std::vector<int> pathNodes_;
     NodeSet path_ = 0;
     int hint_ = 0;
-    LinkGraph grid_, open_;
+    LinkGraph open_;
     ChainGraph shortcuts_; // path nodes by path index: the path's links and the shortcuts
 };
 

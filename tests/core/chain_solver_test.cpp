@@ -27,12 +27,7 @@ int Enumerate(const LinkGraph& g, int at, NodeSet must, int end, NodeSet visited
 LinkGraph RandomGraph(int side, int openPercent)
 {
     LinkGraph g = LinkGraph::Empty(side);
-    for (int v = 0; v < side * side; ++v) {
-        if (v % side + 1 < side && RandomInt(100, 0) < openPercent)
-            g.SetLink(v, v + 1, true);
-        if (v + side < side * side && RandomInt(100, 0) < openPercent)
-            g.SetLink(v, v + side, true);
-    }
+    ForEachLatticeLink(side, [&](int a, int b) { g.SetLink(a, b, RandomInt(100, 0) < openPercent); });
     return g;
 }
 
@@ -63,13 +58,7 @@ TEST(ChainSolver, AgreesWithEveryChainEnumerated)
 
 TEST(ChainSolver, ReportsARunOutBudgetAsIncomplete)
 {
-    LinkGraph g = LinkGraph::Empty(5);
-    for (int v = 0; v < 25; ++v) {
-        if (v % 5 < 4)
-            g.SetLink(v, v + 1, true);
-        if (v < 20)
-            g.SetLink(v, v + 5, true);
-    }
+    const LinkGraph g = LinkGraph::Full(5);
     const int every = Enumerate(g, 0, NodeBit(12), 24, NodeBit(0));
     const ChainCount all = CountChains(g, 0, NodeBit(12), 24, 1000000, 10000000);
     EXPECT_TRUE(all.complete);

@@ -87,7 +87,6 @@ TEST_P(BuiltPuzzles, HaveTheirPropertiesAndOneChainFromStartToEnd)
                                                              : stats.Rounds <= kMaxPathRounds));
             // Turning renumbers the cells, and so changes the length.
             ASSERT_TRUE(side != kSideLeft || stats.BoundHit == (board->PathList.size() < PathLengthWanted(size)));
-            ASSERT_FALSE(stats.BoundHit);
             const std::vector<int> cells = Numbers(board->PathList);
             ASSERT_NO_FATAL_FAILURE(CheckCells(*board));
             ASSERT_NO_FATAL_FAILURE(CheckPath(*board, side, cells));
@@ -102,19 +101,16 @@ TEST_P(BuiltPuzzles, HaveTheirPropertiesAndOneChainFromStartToEnd)
 
 INSTANTIATE_TEST_SUITE_P(GridSizes, BuiltPuzzles, ::testing::Range(4, 11));
 
-// Puzzles laid from the left under a clock that ticks on by a fixed odd step per reading,
-// so that the run is the same every time.
+// The distinct paths of puzzles laid from the left under a clock that repeats every run.
 std::set<std::string> PathsUnderTickingClock(int size, int puzzles)
 {
-    std::uint64_t now = 1;
-    SetClockSource([&now] { return now += 7919; });
+    TickingClock clock;
     auto board = FreshBoard(size);
     std::set<std::string> paths;
     for (int i = 0; i < puzzles; ++i) {
         BuildPuzzle(*board, kSideLeft, 8400);
         paths.insert(board->PathList);
     }
-    SetClockSource(nullptr);
     return paths;
 }
 

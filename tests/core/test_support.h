@@ -21,6 +21,14 @@ struct FixedClock {
     std::uint64_t now = 0;
 };
 
+// A clock that moves on by a fixed odd step at every reading, so that a run repeats
+// exactly; restores the real clock at the end.
+struct TickingClock {
+    TickingClock() { SetClockSource([this] { return now += 7919; }); }
+    ~TickingClock() { SetClockSource(nullptr); }
+    std::uint64_t now = 1;
+};
+
 // Puzzles per grid size and start side in the long suites; fewer under the sanitizers.
 inline int PuzzlesPerCase()
 {
@@ -59,16 +67,6 @@ inline bool ValidLinkBetween(const Board& b, Node a, Node c)
 {
     return IsValidTriple(b.NodeValue(a.row, a.col), b.NodeValue((a.row + c.row) / 2, (a.col + c.col) / 2),
                          b.NodeValue(c.row, c.col));
-}
-
-// The neighbours of a node joined to it by a valid link.
-inline std::vector<Node> Linked(const Board& b, Node n)
-{
-    std::vector<Node> out;
-    for (const Node m : {Node{n.row - 2, n.col}, {n.row + 2, n.col}, {n.row, n.col - 2}, {n.row, n.col + 2}})
-        if (m.row >= 1 && m.row <= b.BoardSpan && m.col >= 1 && m.col <= b.BoardSpan && ValidLinkBetween(b, n, m))
-            out.push_back(m);
-    return out;
 }
 
 } // namespace tallyon::testing
