@@ -13,11 +13,31 @@ namespace tallyon {
 struct Step {
     int row = 0;
     int col = 0;
-    std::string direction; // "R", "L", "U", "D", or "" when no step is proposed
+    char direction = 0; // 'R', 'L', 'U', 'D', or 0 when no step is proposed
 };
 
-// Proposes one step from a node; thresholds R > 75, L > 50, U > 25, then D.
-// When no rule applies the given position is returned with an empty direction.
+// The step proposed for a draw v from 0 to 99: 'R' above kRightAbove, 'L' above kLeftAbove,
+// 'U' above kUpAbove, else 'D', each only when the board has room that way; a draw whose
+// way is closed falls through to the next rule. When no rule applies the given position is
+// returned with direction 0.
+inline constexpr int kRightAbove = 75;
+inline constexpr int kLeftAbove = 50;
+inline constexpr int kUpAbove = 25;
+inline Step StepForDraw(const Board& board, int row, int col, int v)
+{
+    const int span = board.BoardSpan;
+    if (col < span - 1 && v > kRightAbove)
+        return {row, col + 2, 'R'};
+    if (col > 2 && v > kLeftAbove)
+        return {row, col - 2, 'L'};
+    if (row > 2 && v > kUpAbove)
+        return {row - 2, col, 'U'};
+    if (row < span - 1)
+        return {row + 2, col, 'D'};
+    return {row, col, 0};
+}
+
+// Proposes one step from a node: StepForDraw for a fresh draw from 0 to 99.
 Step ChooseStep(const Board& board, int row, int col);
 
 // Lays a node path from the left edge to the right edge (always turning).

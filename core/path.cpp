@@ -84,28 +84,6 @@ int DrawStartRow(const Board& b)
     return row;
 }
 
-// True when some step that ChooseStep can offer from (row, col) would be accepted. Without
-// one, every remaining try of the attempt is refused.
-bool CanMove(const Board& b, const WalkReach& reach, int row, int col, char last)
-{
-    const int span = b.BoardSpan;
-    struct Option {
-        bool offered;
-        int row, col;
-        char dir;
-    };
-    const Option options[] = {
-        {col < span - 1, row, col + 2, 'R'},
-        {col > 2, row, col - 2, 'L'},
-        {row > 2, row - 2, col, 'U'},
-        {row < span - 1, row + 2, col, 'D'},
-    };
-    for (const Option& o : options)
-        if (o.offered && o.dir != last && !reach.Used(o.row, o.col))
-            return true;
-    return false;
-}
-
 // The fewest tries that can still reach the right edge from column col: one "R" per two
 // columns, and never two "R" in a row.
 int TriesToRightEdge(const Board& b, int col, char last)
@@ -114,12 +92,81 @@ int TriesToRightEdge(const Board& b, int col, char last)
     return last == 'R' ? 2 * rights : 2 * rights - 1;
 }
 
+// The draws 0 to 99 fall into four bands, one per rule of StepForDraw; within a band every
+// draw proposes the same step. Each band is named by its highest draw.
+constexpr int kDrawCount = 100;
+constexpr std::array<int, 4> kBandTop = {kDrawCount - 1, kRightAbove, kLeftAbove, kUpAbove};
+
+int BandWidth(std::size_t band)
+{
+    const int below = band + 1 < kBandTop.size() ? kBandTop[band + 1] : -1;
+    return kBandTop[band] - below;
+}
+
+// How many tries in a row are refused when accepting of the 100 draws are accepted: the
+// geometric law, by comparing a uniform number of 32 bits with the powers of the refusal
+// odds; few tries are refused in a row, so this costs less than a logarithm. More than 100
+// means the attempt runs out of tries.
+int RefusedTries(int accepting, std::uint32_t uniform)
+{
+    const double u = (static_cast<double>(uniform) + 1.0) * (1.0 / 4294967296.0); // (0, 1]
+    const double q = 1.0 - static_cast<double>(accepting) / kDrawCount;
+    int refused = 0;
+    for (double atLeastOneMore = q; u <= atLeastOneMore && refused <= kDrawCount; atLeastOneMore *= q)
+        ++refused;
+    return refused;
+}
+
+// The outcome of the tries made from one node until one is accepted.
+struct AcceptedStep {
+    Step step;
+    int refused = 0; // tries refused before it
+};
+
+// Where a try from (row, col) is refused (a repeat of the last direction, or a node
+// already used) the walk stays put and tries again, so the refused tries before the
+// accepted one follow a geometric law and the accepted step is spread over the accepting
+// draws in proportion. One draw picks both, with the same odds as drawing try by try, so
+// the walk costs one clock read per step instead of about three. False when no draw is
+// accepted: the attempt is stuck.
+bool DrawAcceptedStep(const Board& b, const WalkReach& reach, int row, int col, char last,
+                      AcceptedStep& out)
+{
+    // Kept field by field: a whole Step array in memory stalls on store forwarding.
+    std::array<int, kBandTop.size()> rows{}, cols{}, width{};
+    std::array<char, kBandTop.size()> dirs{};
+    int accepting = 0;
+    for (std::size_t i = 0; i < kBandTop.size(); ++i) {
+        const Step s = StepForDraw(b, row, col, kBandTop[i]);
+        rows[i] = s.row;
+        cols[i] = s.col;
+        dirs[i] = s.direction;
+        if (s.direction != last && !reach.Used(s.row, s.col))
+            width[i] = BandWidth(i);
+        accepting += width[i];
+    }
+    if (accepting == 0)
+        return false;
+    const std::uint64_t bits = RandomBits();
+    // The high half sets the refused tries, the low half places the accepted draw.
+    out.refused = RefusedTries(accepting, static_cast<std::uint32_t>(bits >> 32));
+    int x = static_cast<int>(((bits & 0xffffffffu) * static_cast<std::uint64_t>(accepting)) >> 32);
+    for (std::size_t i = 0; i < kBandTop.size(); ++i) {
+        if (x < width[i]) {
+            out.step = {rows[i], cols[i], dirs[i]};
+            return true;
+        }
+        x -= width[i];
+    }
+    return false;
+}
+
 // One attempt of the walk; true when it reached the right edge within 100 tries. An
 // attempt that is stuck, or too far from the right edge for the tries it has left, is
-// abandoned at once: its remaining tries could only be refused or run out, and
-// every draw reseeds from the clock, so skipping them changes nothing but the time spent.
+// abandoned at once: its remaining tries could only be refused or run out.
 bool WalkAttempt(Board& b, AttemptNodes& nodes, WalkReach& reach)
 {
+    constexpr int kMaxTries = 100;
     int row = DrawStartRow(b);
     int col = 1;
     b.StartNode = b.CellNo(row, 1);
@@ -127,21 +174,19 @@ bool WalkAttempt(Board& b, AttemptNodes& nodes, WalkReach& reach)
     reach.AddListed(b.StartNode);
     nodes.Add(row, col);
     char last = 0;
-    for (int tries = 1; tries <= 100; ++tries) {
-        if (TriesToRightEdge(b, col, last) > 101 - tries)
+    AcceptedStep next;
+    for (int tries = 1; tries <= kMaxTries; ++tries) {
+        if (!DrawAcceptedStep(b, reach, row, col, last, next))
             return false;
-        const Step step = ChooseStep(b, row, col);
-        const char dir = step.direction.empty() ? 0 : step.direction[0];
-        if (dir == last)
-            continue;
-        // The used-node table answers what IsOnPath would, without searching the list.
-        const bool used = reach.Used(step.row, step.col);
-        assert(used == (IsOnPath(b, step.row, step.col) > 0));
-        if (used)
-            continue;
+        tries += next.refused;
+        if (tries > kMaxTries || TriesToRightEdge(b, col, last) > kMaxTries + 1 - tries)
+            return false;
+        const Step& step = next.step;
+        assert(IsOnPath(b, step.row, step.col) == 0);
         const int number = b.CellNo(step.row, step.col);
         AppendCell(b, number);
         reach.AddListed(number);
+        const char dir = step.direction;
         SetStepFlags(b, row, col, step.row, step.col, dir);
         nodes.Add(step.row, step.col);
         if (step.col == b.BoardSpan) {
@@ -153,8 +198,6 @@ bool WalkAttempt(Board& b, AttemptNodes& nodes, WalkReach& reach)
         row = step.row;
         col = step.col;
         last = dir;
-        if (!CanMove(b, reach, row, col, last))
-            return false;
     }
     return false;
 }
@@ -163,17 +206,7 @@ bool WalkAttempt(Board& b, AttemptNodes& nodes, WalkReach& reach)
 
 Step ChooseStep(const Board& board, int row, int col)
 {
-    const int v = RandomInt(100, 0);
-    const int span = board.BoardSpan;
-    if (col < span - 1 && v > 75)
-        return {row, col + 2, "R"};
-    if (col > 2 && v > 50)
-        return {row, col - 2, "L"};
-    if (row > 2 && v > 25)
-        return {row - 2, col, "U"};
-    if (row < span - 1)
-        return {row + 2, col, "D"};
-    return {row, col, ""};
+    return StepForDraw(board, row, col, RandomInt(kDrawCount, 0));
 }
 
 namespace {
@@ -219,7 +252,12 @@ void LayPath(Board& board)
 
 void LayPathAgain(Board& board)
 {
-    ClearPathMarks(board);
+    for (int cell : board.PathCells) {
+        const int row = board.CellRow[cell];
+        const int col = board.CellCol[cell];
+        board.CellState(row, col) = 0;
+        ClearFlagsAt(board, row, col);
+    }
     WalkUntilRightEdge(board);
 }
 

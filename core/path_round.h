@@ -2,8 +2,9 @@
 //
 // Contract: LayPathAgain(board) lays a path exactly as LayPath does, but only on a board on
 // which nothing but LayPath and ExpandPath has run since the last LayPath. Those two write
-// no digits and no marks, so it leaves NodeValue and CellMark as they are (already clear)
-// and clears only CellState and the path flags.
+// no digits and no marks, so it leaves NodeValue and CellMark as they are (already clear).
+// They set CellState and the path flags only on the cells listed in PathCells, so it clears
+// those cells alone.
 #pragma once
 
 #include "core/board.h"

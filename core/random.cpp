@@ -32,10 +32,14 @@ std::uint64_t Mix(std::uint64_t z)
 
 void SetClockSource(ClockSource clock) { g_clock = std::move(clock); }
 
+std::uint64_t RandomBits()
+{
+    return Mix(g_clock ? g_clock() : TimeOfDayNanoseconds());
+}
+
 double RandomUnit()
 {
-    const std::uint64_t seed = g_clock ? g_clock() : TimeOfDayNanoseconds();
-    const std::uint64_t bits = Mix(seed) >> 11; // 53 bits
+    const std::uint64_t bits = RandomBits() >> 11; // 53 bits
     return static_cast<double>(bits) * (1.0 / 9007199254740992.0);
 }
 

@@ -16,7 +16,10 @@ using ClockSource = std::function<std::uint64_t()>;
 // Replaces the time-of-day clock (nanoseconds); an empty function restores the real one.
 void SetClockSource(ClockSource clock);
 
-// Reseeds from the clock and returns a number in [0, 1).
+// Reseeds from the clock and returns 64 well-mixed bits.
+std::uint64_t RandomBits();
+
+// Reseeds from the clock and returns a number in [0, 1): the top 53 bits of RandomBits().
 double RandomUnit();
 
 // Reseeds from the clock and returns the integer part of (RandomUnit() * n + k).

@@ -66,6 +66,73 @@ TEST(PathWalk, LaidAndExpandedPathsKeepTheirShape)
     }
 }
 
+// The walk drawn try by try: a refused try (the last direction again, or a node whose
+// text with "," is listed) spends one of the 100 tries of the attempt. Returns the nodes
+// and the steps to the left of the first attempt that reaches the right edge.
+struct WalkShape {
+    int nodes = 0;
+    int lefts = 0;
+};
+
+WalkShape TryByTryWalk(const Board& b)
+{
+    for (;;) {
+        int row = 0;
+        do
+            row = RandomInt(b.BoardSpan, 1);
+        while (row % 2 == 0);
+        int col = 1;
+        WalkShape shape{1, 0};
+        std::string listed = std::to_string(b.CellNo(row, col)) + ",";
+        char last = 0;
+        for (int tries = 1; tries <= 100; ++tries) {
+            const Step s = ChooseStep(b, row, col);
+            const std::string text = std::to_string(b.CellNo(s.row, s.col)) + ",";
+            if (s.direction == last || listed.find(text) != std::string::npos)
+                continue;
+            listed += text;
+            ++shape.nodes;
+            shape.lefts += s.direction == 'L' ? 1 : 0;
+            if (s.col == b.BoardSpan)
+                return shape;
+            row = s.row;
+            col = s.col;
+            last = s.direction;
+        }
+    }
+}
+
+WalkShape LaidWalk(const Board& b)
+{
+    WalkShape shape{static_cast<int>(b.PathCells.size()), 0};
+    for (std::size_t i = 1; i < b.PathCells.size(); ++i)
+        shape.lefts += b.CellCol[b.PathCells[i]] < b.CellCol[b.PathCells[i - 1]] ? 1 : 0;
+    return shape;
+}
+
+// The laid walk draws once per step for the refused tries and the step together; its paths
+// must be as long, and turn back as often, on average, as those of the walk drawn try by
+// try. On the small board the 100 tries hardly bind; on the large one they bind hard.
+TEST(PathWalk, OneDrawPerStepKeepsTheOddsOfTryByTry)
+{
+    TickingClock clock;
+    for (int size : {4, 10}) {
+        auto board = FreshBoard(size);
+        constexpr int kWalks = 4000;
+        double nodes[2] = {}, lefts[2] = {};
+        for (int i = 0; i < kWalks; ++i) {
+            LayPath(*board);
+            const WalkShape shapes[2] = {LaidWalk(*board), TryByTryWalk(*board)};
+            for (int k = 0; k < 2; ++k) {
+                nodes[k] += shapes[k].nodes;
+                lefts[k] += shapes[k].lefts;
+            }
+        }
+        EXPECT_NEAR(nodes[0] / kWalks, nodes[1] / kWalks, 0.5) << "size " << size;
+        EXPECT_NEAR(lefts[0] / kWalks, lefts[1] / kWalks, 0.1) << "size " << size;
+    }
+}
+
 TEST(PathWalk, TurnPathMovesTheLeftEdgeToTheTop)
 {
     auto board = FreshBoard(4); // BoardSpan 9
