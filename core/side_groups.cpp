@@ -71,11 +71,28 @@ public:
     {
         std::array<int, kMaxLatticeNodes> matchedTo;
         matchedTo.fill(-1);
-        for (std::size_t i = 0; i < pathNodes_.size(); ++i) {
-            NodeSet seen = 0;
-            Augment(static_cast<int>(i), matchedTo, seen);
-        }
+        // Path nodes that already have a side road, a shortcut, and End, whose side roads
+        // do not count, come last: an augmenting path never unmatches a path node, so the
+        // ones that need a free node are served first.
+        for (const bool needy : {true, false})
+            for (std::size_t i = 0; i < pathNodes_.size(); ++i) {
+                if (NeedsRoad(i) != needy)
+                    continue;
+                NodeSet seen = 0;
+                Augment(static_cast<int>(i), matchedTo, seen);
+            }
         return matchedTo;
+    }
+
+    // True for a path node other than End that no shortcut leaves.
+    bool NeedsRoad(std::size_t i) const
+    {
+        return i + 1 < pathNodes_.size() && !HasShortcut(i);
+    }
+
+    bool HasShortcut(std::size_t i) const
+    {
+        return (open_.Neighbours(NodeBit(pathNodes_[i])) & ~NeighboursOnPath(i)) != 0;
     }
 
     bool Augment(int i, std::array<int, kMaxLatticeNodes>& matchedTo, NodeSet& seen) const
@@ -103,7 +120,7 @@ public:
         // counted.
         const std::size_t last = groups.size() - 1;
         auto hasRoad = [&](std::size_t i) {
-            return (groups[i] & ~path_) || (open_.Neighbours(NodeBit(pathNodes_[i])) & ~NeighboursOnPath(i));
+            return (groups[i] & ~path_) || HasShortcut(i);
         };
         int withRoad = 0;
         for (std::size_t i = 0; i < last; ++i)

@@ -111,8 +111,25 @@ private:
         });
     }
 
+    // The path nodes that a link other than the path's own leaves.
+    NodeSet PathNodesWithRoad() const
+    {
+        NodeSet roads = 0;
+        for (std::size_t i = 0; i < pathNodes_.size(); ++i) {
+            NodeSet own = 0;
+            if (i > 0)
+                own |= NodeBit(pathNodes_[i - 1]);
+            if (i + 1 < pathNodes_.size())
+                own |= NodeBit(pathNodes_[i + 1]);
+            if (open_.Neighbours(NodeBit(pathNodes_[i])) & ~own)
+                roads |= NodeBit(pathNodes_[i]);
+        }
+        return roads;
+    }
+
     void TryOtherLinks()
     {
+        withRoad_ = PathNodesWithRoad();
         std::vector<Link> closed;
         ForEachLink([&](Link l) {
             if (!open_.IsOpen(l.a, l.b))
@@ -123,15 +140,19 @@ private:
         // Links that would join a path node before the Hint to one after it go first: each
         // such trap gives two path nodes a side road, and the later links could block it.
         // A link refused once stays refused: opening more links only adds chains.
+        // Those that would give a path node its first side road go before the others.
         std::vector<bool> tried(closed.size(), false);
-        for (std::size_t i = 0; i < closed.size(); ++i) {
-            bool sameSet = false;
-            const NodeSet joined = JoinedPathNodes(closed[i], sameSet);
-            if (!sameSet && CountNodes(joined) == 2 && Straddles(joined)) {
+        for (const bool firstRoadOnly : {true, false})
+            for (std::size_t i = 0; i < closed.size(); ++i) {
+                bool sameSet = false;
+                const NodeSet joined = JoinedPathNodes(closed[i], sameSet);
+                if (tried[i] || sameSet || CountNodes(joined) != 2 || !Straddles(joined))
+                    continue;
+                if (firstRoadOnly && !(joined & ~withRoad_))
+                    continue;
                 TryLink(closed[i]);
                 tried[i] = true;
             }
-        }
         for (std::size_t i = 0; i < closed.size(); ++i)
             if (!tried[i])
                 TryLink(closed[i]);
@@ -195,6 +216,7 @@ private:
             shortcuts_.Join(first, second);
         }
         open_.SetLink(l.a, l.b, true);
+        withRoad_ |= joined;
         if (OnPath(l.a) && OnPath(l.b))
             return;
         const int ra = Find(OnPath(l.a) ? l.b : l.a), rb = Find(OnPath(l.b) ? l.a : l.b);
@@ -242,6 +264,7 @@ private:
     std::array<NodeSet, kMaxLatticeNodes> attached_{};
     std::vector<int> pathNodes_;
     NodeSet path_ = 0;
+    NodeSet withRoad_ = 0; // path nodes with a side road, kept while links are tried
     int hint_ = 0;
     LinkGraph open_;
     ChainGraph shortcuts_; // path nodes by path index: the path's links and the shortcuts
