@@ -7,15 +7,10 @@
 #include "play/draw.h"
 #include "play/play_text.h"
 
+#include <algorithm>
+
 namespace tallyon {
 namespace {
-
-void SetGridSize(PlayHost& host, Board& board, int size)
-{
-    board.GridSize = size;
-    host.SetGridSizeLabel({GridSizeText(size), std::to_string(size)});
-    board.BoardSpan = 2 * size + 1;
-}
 
 // Blanks the picture and forgets the offered link before the board is rebuilt.
 void ClearForNewPuzzle(PlayHost& host, PlayState& state)
@@ -46,11 +41,12 @@ void NewPuzzle(PlayHost& host, Board& board, PlayState& state, int button)
     host.SetStatus("Creating Puzzle ...");
     host.SetIndicator(host.Style().Background);
 
-    const int size = button == 2 ? RandomInt(7, 1) + 3
-                                 : WrapGridSize(NumberFromText(host.GridSizeLabel().tag));
-    SetGridSize(host, board, size);
+    const int size = button == 2 ? RandomInt(7, 1) + 3 : WrapGridSize(host.Next().GridSize);
+    host.SetNextGridSize(size);
+    board.GridSize = size;
+    board.BoardSpan = 2 * size + 1;
     ClearForNewPuzzle(host, state);
-    BuildPuzzle(board, NumberFromText(host.StartSideLabel().tag), host.PictureWidth());
+    BuildPuzzle(board, host.Next().PathDirection, host.PictureWidth());
     DrawBoard(host, board, 0);
 
     host.SetStatus("Puzzle Created");
@@ -91,27 +87,28 @@ void HideSolution(PlayHost& host, const Board& board)
     DrawBoard(host, board, 0);
 }
 
-int StepGridSize(PlayHost& host, Board& board, int button)
+int StepGridSize(PlayHost& host, int button)
 {
     host.SetCheckTimer(false);
-    int size = board.GridSize;
+    int size = WrapGridSize(host.Next().GridSize);
     if (button == 1)
         ++size;
     else if (button == 2)
         --size;
-    SetGridSize(host, board, WrapGridSize(size));
-    return board.GridSize;
+    host.SetNextGridSize(WrapGridSize(size));
+    return host.Next().GridSize;
 }
 
-int StepStartSide(PlayHost& host, Board& board, int button)
+int StepStartSide(PlayHost& host, int button)
 {
-    int side = NumberFromText(host.StartSideLabel().tag) + (button == 2 ? -1 : 1);
+    // 64-bit, so that a direction read as the largest int still steps without overflow.
+    const long long stepped = static_cast<long long>(host.Next().PathDirection) + (button == 2 ? -1 : 1);
+    int side = static_cast<int>(std::clamp<long long>(stepped, kSideRandom - 1, kSideTop + 1));
     if (side > kSideTop)
         side = kSideRandom;
     if (side < kSideRandom)
         side = kSideTop;
-    board.StartSide = side;
-    host.SetStartSideLabel({StartSideCaption(side), std::to_string(side)});
+    host.SetNextPathDirection(side);
     return side;
 }
 

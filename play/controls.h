@@ -1,8 +1,8 @@
 // The new-puzzle button and the small board controls: show solution, grid size, start side
 // and the full redraw.
 //
-// Contract: mouse buttons are 1 left, 2 right, 4 middle. Label4's tag holds the grid size and
-// Label6's tag the start side (0 Random, 1 Left, 2 Top), both as decimal text.
+// Contract: mouse buttons are 1 left, 2 right, 4 middle. The grid size and start side of the
+// next puzzle come from the host (PlayHost::Next); the built puzzle's own are in its Board.
 #pragma once
 
 #include "core/board.h"
@@ -12,8 +12,9 @@
 
 namespace tallyon {
 
-// The release handler of cmdnew: builds a puzzle of the size in Label4's tag (button 2: a
-// random size 4 to 10), from the side in Label6's tag, and draws it. The undo history is kept.
+// The release handler of cmdnew: builds a puzzle of the next grid size (button 2: a random
+// size 4 to 10, which becomes the next size too), from the next path direction, and draws
+// it. The undo history is kept.
 void NewPuzzle(PlayHost& host, Board& board, PlayState& state, int button);
 
 // cmdshowsol pressed: the board with the solution path, digits on top; "Solution ...".
@@ -21,13 +22,14 @@ void ShowSolution(PlayHost& host, const Board& board);
 // cmdshowsol released: the board with the user's links again.
 void HideSolution(PlayHost& host, const Board& board);
 
-// Label4 released: stops Timer2, steps GridSize (1 up, 2 down, wrapping within 4..10), sets
-// BoardSpan and Label4. Returns the new size. The board on screen is not redrawn.
-int StepGridSize(PlayHost& host, Board& board, int button);
+// Label4 released: stops Timer2 and steps the next grid size (1 up, 2 down, wrapping within
+// 4..10). Returns the new size. The puzzle on screen keeps its own size and is not redrawn.
+int StepGridSize(PlayHost& host, int button);
 
-// Label6 released: steps the side in Label6's tag (2 down, others up, wrapping within 0..2),
-// stores it in StartSide and sets Label6. Returns the new side.
-int StepStartSide(PlayHost& host, Board& board, int button);
+// Label6 released: steps the next path direction (2 down, others up); a result above 2
+// becomes 0 and one below 0 becomes 2. Returns the new direction. The puzzle on screen
+// keeps its own start side.
+int StepStartSide(PlayHost& host, int button);
 
 // Command2: the window's layout and colours, then the current puzzle with the user's links, or
 // the empty grid when there is no puzzle.

@@ -109,15 +109,11 @@ void CentredText(Canvas& canvas, int x, int y, const std::string& text, const Fo
     canvas.Text(x - size.width / 2, y - size.height / 2, text, font, colour);
 }
 
-// Which way the "X"s go: the side StartSide names unless the key nodes plainly lie on the
-// other pair of edges.
-int MarkSide(const Board& board, int startRow, int startCol, int endRow, int endCol)
+// Which way the "X"s go: above and below for a puzzle laid from the top, else beside; the
+// path directions 3 and 4 lay the path from the left.
+int MarkSide(const Board& board)
 {
-    const bool leftRight = startCol == 1 && endCol == board.BoardSpan;
-    const bool topBottom = startRow == 1 && endRow == board.BoardSpan;
-    if (board.StartSide == kSideTop)
-        return (!topBottom && leftRight) ? kSideLeft : kSideTop;
-    return (!leftRight && topBottom) ? kSideTop : kSideLeft;
+    return board.StartSide == kSideTop ? kSideTop : kSideLeft;
 }
 
 void DrawPath(Canvas& canvas, const Board& board, const DrawStyle& style)
@@ -227,7 +223,7 @@ void DrawMarks(Canvas& canvas, const Board& board, const DrawStyle& style)
 
     const FontSpec font{style.FontFamily, board.FontSize, true};
     const int away = board.CellPitch;
-    if (MarkSide(board, startRow, startCol, endRow, endCol) == kSideTop) {
+    if (MarkSide(board) == kSideTop) {
         CentredText(canvas, sx, sy - away, "X", font, kEndMarkColour);
         CentredText(canvas, ex, ey + away, "X", font, kEndMarkColour);
     } else {

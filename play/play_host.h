@@ -28,10 +28,13 @@ struct DrawStyle {
     std::string FontFamily = "Arial";
 };
 
-// A label's caption and its tag, both as text.
-struct LabelText {
-    std::string caption;
-    std::string tag;
+// The grid size and path direction that the next new puzzle takes. The host keeps them in
+// one place, its settings (saved on Exit), and shows them on Label4 and Label6. A puzzle
+// already built keeps its own size and start side in its Board, so stepping these never
+// changes the puzzle being played.
+struct NextPuzzle {
+    int GridSize = 7;
+    int PathDirection = 0; // 0 Random, 1 Left, 2 Top; 3 and 4 lay the path from the left
 };
 
 // The main window as the play routines see it. Every call takes effect at once.
@@ -56,11 +59,12 @@ public:
     virtual void SetBusy(bool busy) = 0;
     // Enables or disables the board pictures Picture1 and Picture4 together.
     virtual void SetBoardEnabled(bool enabled) = 0;
-    // Label4 (grid size) and Label6 (start side), caption and tag.
-    virtual LabelText GridSizeLabel() const = 0;
-    virtual void SetGridSizeLabel(const LabelText& label) = 0;
-    virtual LabelText StartSideLabel() const = 0;
-    virtual void SetStartSideLabel(const LabelText& label) = 0;
+    // The settings of the next puzzle.
+    virtual NextPuzzle Next() const = 0;
+    // Stores the next grid size and shows it on Label4 ("7x7").
+    virtual void SetNextGridSize(int size) = 0;
+    // Stores the next path direction and shows it on Label6 ("Random", "Left", "Top").
+    virtual void SetNextPathDirection(int direction) = 0;
     // Shows the program's message box and returns its result code (6 = Yes).
     virtual int Ask(const std::string& message, const std::string& style) = 0;
     // Width of the board picture in twips.

@@ -179,9 +179,8 @@ bool ReadConfig(AppState& state)
     return false;
 }
 
-bool WriteConfig(AppState& state, int gridSizeShown)
+bool WriteConfig(AppState& state)
 {
-    state.settings.GridSize = gridSizeShown;
     const QString path = ConfigFilePath(state);
     if (WriteTextLines(path, FormatConfig(state.settings)))
         return true;

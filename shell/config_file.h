@@ -38,10 +38,10 @@ QStringList FormatConfig(const Settings& settings);
 // an existing file marked read-only is left as it is); returns false.
 bool ReadConfig(AppState& state);
 
-// Sets GridSize to gridSizeShown (the size the main window currently shows), then writes the
-// file atomically. On failure (a directory in the way, the file or its directory marked
+// Writes the settings (GridSize is the size the main window shows for the next puzzle) to
+// the file atomically. On failure (a directory in the way, the file or its directory marked
 // read-only, disk errors) shows the critical message "Configuration file:" / path / "could not
 // be accessed, options not saved", leaves the old file intact and returns false.
-bool WriteConfig(AppState& state, int gridSizeShown);
+bool WriteConfig(AppState& state);
 
 } // namespace tallyon

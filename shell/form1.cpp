@@ -186,11 +186,8 @@ void Form1::ConnectControls()
             [this](int, int, float x, float y) { HoverCell(*this, board_, play_, x, y); });
     connect(Picture1, &PictureBox::MouseUp, this,
             [this](int button, int, float, float) { MakeLink(*this, board_, play_, button); });
-    connect(Label4, &ClickLabel::MouseUp, this, [this](int button) {
-        state_.settings.GridSize = StepGridSize(*this, board_, button);
-    });
-    connect(Label6, &ClickLabel::MouseUp, this,
-            [this](int button) { StepStartSide(*this, board_, button); });
+    connect(Label4, &ClickLabel::MouseUp, this, [this](int button) { StepGridSize(*this, button); });
+    connect(Label6, &ClickLabel::MouseUp, this, [this](int button) { StepStartSide(*this, button); });
     connect(Command2, &QPushButton::clicked, this, [this] { RedrawBoard(*this, board_); });
     connect(&Timer2, &QTimer::timeout, this, [this] { Timer2Tick(*this, board_); });
 
@@ -244,7 +241,6 @@ void Form1::Start()
         FailMissingSchemes(SchemesFilePath(state_));
     form6_ = new Form6(state_, this);
     form6_->List1->addItems(*schemes);
-    form6_->SetPathDirectionTag([this] { return Label6->Tag; }, [this](const QString& tag) { Label6->Tag = tag; });
     connect(form6_, &Form6::RefreshMainWindow, Command2, &QPushButton::click);
 
     LoadSchemeAtStartup(state_, settings.SchemeFile);
@@ -252,12 +248,9 @@ void Form1::Start()
 
     if (settings.GridSize < 4 || settings.GridSize >= 11)
         settings.GridSize = 7;
-    Label6->Tag = QString::number(settings.PathDirection);
-    if (settings.PathDirection >= 0 && settings.PathDirection <= 2)
-        Label6->setText(QString::fromStdString(StartSideCaption(settings.PathDirection)));
+    SetNextPathDirection(settings.PathDirection);
+    SetNextGridSize(settings.GridSize);
     board_.GridSize = settings.GridSize;
-    Label4->setText(QString::fromStdString(GridSizeText(settings.GridSize)));
-    Label4->Tag = QString::number(settings.GridSize);
 
     ResetBoard(board_, PictureWidth());
     DrawGrid(*OpenBoardCanvas(), board_, Style());

@@ -56,10 +56,9 @@ public:
     void HideErrorMarker() override;
     void SetBusy(bool busy) override;
     void SetBoardEnabled(bool enabled) override;
-    LabelText GridSizeLabel() const override;
-    void SetGridSizeLabel(const LabelText& label) override;
-    LabelText StartSideLabel() const override;
-    void SetStartSideLabel(const LabelText& label) override;
+    NextPuzzle Next() const override;
+    void SetNextGridSize(int size) override;
+    void SetNextPathDirection(int direction) override;
     int Ask(const std::string& message, const std::string& style) override;
     int PictureWidth() const override;
     std::unique_ptr<Canvas> OpenBoardCanvas() override;

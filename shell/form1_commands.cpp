@@ -1,8 +1,10 @@
 // Form1's menu commands, exit sequence, colour scheme and its side of the play routines.
 #include "shell/form1.h"
 
+#include "core/generator.h"
 #include "output/clipboard_picture.h"
 #include "output/print_job.h"
+#include "play/controls.h"
 #include "play/draw.h"
 #include "shell/about_form.h"
 #include "shell/config_file.h"
@@ -87,7 +89,7 @@ void Form1::ExitCommand()
     QCoreApplication::processEvents();
     if (answer != 6)
         return;
-    WriteConfig(state_, static_cast<int>(std::lround(Label4->Tag.toDouble())));
+    WriteConfig(state_);
     CloseOtherWindows();
     exiting_ = true;
     close();
@@ -202,26 +204,23 @@ void Form1::SetBoardEnabled(bool enabled)
     Picture4->setEnabled(enabled);
 }
 
-LabelText Form1::GridSizeLabel() const
+NextPuzzle Form1::Next() const
 {
-    return {Label4->text().toStdString(), Label4->Tag.toStdString()};
+    return {state_.settings.GridSize, state_.settings.PathDirection};
 }
 
-void Form1::SetGridSizeLabel(const LabelText& label)
+void Form1::SetNextGridSize(int size)
 {
-    Label4->setText(QString::fromStdString(label.caption));
-    Label4->Tag = QString::fromStdString(label.tag);
+    state_.settings.GridSize = size;
+    Label4->setText(QString::fromStdString(GridSizeText(size)));
 }
 
-LabelText Form1::StartSideLabel() const
+void Form1::SetNextPathDirection(int direction)
 {
-    return {Label6->text().toStdString(), Label6->Tag.toStdString()};
-}
-
-void Form1::SetStartSideLabel(const LabelText& label)
-{
-    Label6->setText(QString::fromStdString(label.caption));
-    Label6->Tag = QString::fromStdString(label.tag);
+    state_.settings.PathDirection = direction;
+    // Directions 3 and 4, set only by the options, have no caption: the label keeps its own.
+    if (const std::string caption = StartSideCaption(direction); !caption.empty())
+        Label6->setText(QString::fromStdString(caption));
 }
 
 int Form1::Ask(const std::string& message, const std::string& style)

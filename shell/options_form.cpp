@@ -83,12 +83,6 @@ int PrintLineWidthFromText(const QString& text)
     return width < 1 ? 1 : width;
 }
 
-void Form6::SetPathDirectionTag(TagReader read, TagWriter write)
-{
-    readPathTag_ = std::move(read);
-    writePathTag_ = std::move(write);
-}
-
 void Form6::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
@@ -122,8 +116,6 @@ void Form6::LoadSamples()
 
 void Form6::SelectPathDirection()
 {
-    if (readPathTag_)
-        state_.settings.PathDirection = RoundHalfToEven(LeadingValue(readPathTag_()));
     const int direction = state_.settings.PathDirection;
     SelectOnly(Option5, direction >= 0 && direction < 5 ? direction : -1);
 }
@@ -223,8 +215,8 @@ void Form6::command1Click()
         if (Option5[i]->isChecked())
             s.PathDirection = i;
     }
-    if (writePathTag_)
-        writePathTag_(QString::number(s.PathDirection));
+    // The main window's Label6 keeps its caption until it is next clicked; the new
+    // direction applies from the next puzzle.
     emit RefreshMainWindow();
 }
 

@@ -41,14 +41,7 @@ int PrintLineWidthFromText(const QString& text);
 class Form6 : public QDialog {
     Q_OBJECT
 public:
-    using TagReader = std::function<QString()>;
-    using TagWriter = std::function<void(const QString&)>;
-
     explicit Form6(AppState& state, QWidget* parent = nullptr);
-
-    // Hooks on the main window's path-direction label tag. Without a reader, activation keeps
-    // the PathDirection setting as it is; without a writer, Apply writes no tag.
-    void SetPathDirectionTag(TagReader read, TagWriter write);
 
     // Activation, run each time the window is shown: position, picker colours, samples from
     // the settings, scheme colours, Frame1's caption, path direction, node shape, print line.
@@ -120,8 +113,6 @@ private:
     Colour LabelTextColour(QLabel* label) const;
 
     AppState& state_;
-    TagReader readPathTag_;
-    TagWriter writePathTag_;
 };
 
 } // namespace tallyon

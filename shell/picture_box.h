@@ -46,12 +46,11 @@ private:
     Colour back_ = fixed::White;
 };
 
-// A label with a tag and a release event, as the grid-size and start-side labels need.
+// A label with a release event, as the grid-size and start-side labels need.
 class ClickLabel : public QLabel {
     Q_OBJECT
 public:
     explicit ClickLabel(QWidget* parent = nullptr) : QLabel(parent) {}
-    QString Tag;
 
 signals:
     void MouseUp(int button);

@@ -91,8 +91,7 @@ void Render(const char* name, const std::string& size, const std::string& side, 
     PlayState state;
     host.target = &canvas;
     host.style = {RGB(0, 0, 0), RGB(0, 0, 0), RGB(255, 255, 255), RGB(128, 0, 0), RGB(255, 255, 255)};
-    host.gridSizeLabel = {size + "x" + size, size};
-    host.startSideLabel = {side == "2" ? "Top" : "Left", side};
+    host.next = {std::stoi(size), std::stoi(side)};
     NewPuzzle(host, board, state, 1);
     play(host, board, state);
     painter.end();

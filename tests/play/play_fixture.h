@@ -3,8 +3,11 @@
 #pragma once
 
 #include "core/board.h"
+#include "core/generator.h"
 #include "platform/recording_canvas.h"
+#include "play/controls.h"
 #include "play/linking.h"
+#include "play/play_text.h"
 #include "play/play_host.h"
 #include "play/verify.h"
 
@@ -40,7 +43,8 @@ class FakeHost : public PlayHost {
 public:
     std::string status, rowCaption, columnCaption;
     bool timer = false;
-    LabelText gridSizeLabel{"7x7", "7"}, startSideLabel{"Left", "1"};
+    NextPuzzle next{7, 1};
+    std::string gridSizeCaption = "7x7", startSideCaption = "Left";
     int answer = 6, asked = 0;
     DrawStyle style = TestStyle();
     RecordingCanvas canvas;
@@ -56,10 +60,13 @@ public:
     void HideErrorMarker() override {}
     void SetBusy(bool) override {}
     void SetBoardEnabled(bool) override {}
-    LabelText GridSizeLabel() const override { return gridSizeLabel; }
-    void SetGridSizeLabel(const LabelText& label) override { gridSizeLabel = label; }
-    LabelText StartSideLabel() const override { return startSideLabel; }
-    void SetStartSideLabel(const LabelText& label) override { startSideLabel = label; }
+    NextPuzzle Next() const override { return next; }
+    void SetNextGridSize(int size) override { next.GridSize = size, gridSizeCaption = GridSizeText(size); }
+    void SetNextPathDirection(int direction) override
+    {
+        next.PathDirection = direction;
+        startSideCaption = StartSideCaption(direction);
+    }
     int Ask(const std::string&, const std::string&) override { return ++asked, answer; }
     int PictureWidth() const override { return kPictureWidth; }
     std::unique_ptr<Canvas> OpenBoardCanvas() override { return std::make_unique<ForwardingCanvas>(target ? *target : canvas); }

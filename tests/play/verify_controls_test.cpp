@@ -67,14 +67,13 @@ INSTANTIATE_TEST_SUITE_P(
                     "All Done !", 0, 0, 99}),
     [](const ::testing::TestParamInfo<VerdictCase>& info) { return std::string(info.param.name); });
 
-TEST(NewPuzzle, BuildsFromTheLabelsOrARandomSizeAndKeepsTheHistory)
+TEST(NewPuzzle, BuildsFromTheNextSettingsOrARandomSizeAndKeepsTheHistory)
 {
     Board board;
     FakeHost host;
     PlayState state;
     state.undolist = {"1,3,4,3,3,3,5"};
-    host.gridSizeLabel = {"5x5", "5"};
-    host.startSideLabel = {"Top", "2"};
+    host.next = {5, kSideTop};
     NewPuzzle(host, board, state, 1);
     EXPECT_EQ(host.status, "Puzzle Created");
     EXPECT_EQ(board.CellRow[board.StartNode], 1);
@@ -86,13 +85,14 @@ TEST(NewPuzzle, BuildsFromTheLabelsOrARandomSizeAndKeepsTheHistory)
     EXPECT_EQ(state.undolist.size(), 1 + board.List2.size() / 2); // the older record is kept
     EXPECT_EQ(CheckSolution(board).message, "Not solved: Connect Start to End and use the Hint Node");
 
-    // The right button picks a size from 4 to 10 and still keeps the history.
+    // The right button picks a size from 4 to 10, shows it as the next size, and still keeps
+    // the history.
     const std::size_t records = state.undolist.size();
     for (int i = 0; i < 3; ++i) {
         NewPuzzle(host, board, state, 2);
         EXPECT_TRUE(board.GridSize >= 4 && board.GridSize <= 10) << board.GridSize;
-        EXPECT_EQ(host.gridSizeLabel.caption + "/" + host.gridSizeLabel.tag,
-                  GridSizeText(board.GridSize) + "/" + std::to_string(board.GridSize));
+        EXPECT_EQ(host.next.GridSize, board.GridSize);
+        EXPECT_EQ(host.gridSizeCaption, GridSizeText(board.GridSize));
     }
     EXPECT_EQ(state.undolist.size(), records);
 }
@@ -101,24 +101,61 @@ TEST(BoardLabels, GridSizeAndStartSideStepAndWrap)
 {
     const int sizes[][3] = {{7, 1, 8}, {7, 2, 6}, {10, 1, 4}, {4, 2, 10}, {6, 4, 6}}; // from, button, to
     for (const auto& [from, button, to] : sizes) {
-        Board board;
-        board.GridSize = from;
         FakeHost host;
+        host.next.GridSize = from;
         host.timer = true;
-        EXPECT_EQ(StepGridSize(host, board, button), to);
-        EXPECT_EQ(board.BoardSpan, 2 * to + 1);
-        EXPECT_EQ(host.gridSizeLabel.tag, std::to_string(to));
+        EXPECT_EQ(StepGridSize(host, button), to);
+        EXPECT_EQ(host.next.GridSize, to);
+        EXPECT_EQ(host.gridSizeCaption, GridSizeText(to));
         EXPECT_FALSE(host.timer);
     }
-    Board board;
     FakeHost host;
-    host.startSideLabel = {"Random", "0"};
+    host.next.PathDirection = kSideRandom;
     std::string seen;
     for (int button : {1, 1, 1, 2, 2, 2}) {
-        EXPECT_EQ(StepStartSide(host, board, button), board.StartSide);
-        seen += host.startSideLabel.caption + "/" + host.startSideLabel.tag + " ";
+        EXPECT_EQ(StepStartSide(host, button), host.next.PathDirection);
+        seen += host.startSideCaption + "/" + std::to_string(host.next.PathDirection) + " ";
     }
     EXPECT_EQ(seen, "Left/1 Top/2 Random/0 Top/2 Left/1 Random/0 ");
+    // Directions from the options or a damaged file step back into 0..2, the largest too.
+    const int odd[][3] = {{3, 1, 0}, {4, 2, 0}, {3, 2, 2}, {-7, 1, 2}, {2147483647, 1, 0},
+                          {-2147483647 - 1, 2, 2}}; // from, button, to
+    for (const auto& [from, button, to] : odd) {
+        host.next.PathDirection = from;
+        EXPECT_EQ(StepStartSide(host, button), to) << from;
+    }
+}
+
+// The labels set the next puzzle only: the one being played keeps its size, span and start
+// side, so pointing beside it offers nothing and its marks stay where Start and End lie.
+TEST(BoardLabels, SteppingThemLeavesThePuzzleInPlayAlone)
+{
+    Board board;
+    FakeHost host;
+    PlayState state;
+    host.next = {7, kSideLeft};
+    NewPuzzle(host, board, state, 1);
+    const int span = board.BoardSpan;
+    StepGridSize(host, 1);
+    StepStartSide(host, 1);
+    EXPECT_EQ(host.next.GridSize, 8);
+    EXPECT_EQ(host.next.PathDirection, kSideTop);
+    EXPECT_EQ(board.GridSize, 7);
+    EXPECT_EQ(board.BoardSpan, span);
+    EXPECT_EQ(board.StartSide, kSideLeft);
+
+    // Just right of the board, at the height of row 1.
+    HoverCell(host, board, state, static_cast<float>(board.CellX(1, span) + board.CellPitch),
+              static_cast<float>(board.CellY(1, 1)));
+    EXPECT_EQ(host.status.rfind("Use", 0), std::string::npos) << host.status;
+    const std::size_t records = state.undolist.size();
+    MakeLink(host, board, state, 1);
+    EXPECT_EQ(state.undolist.size(), records);
+    EXPECT_EQ(UserLinkMap(board), "");
+
+    NewPuzzle(host, board, state, 1);
+    EXPECT_EQ(board.GridSize, 8);
+    EXPECT_EQ(board.StartSide, kSideTop);
 }
 
 } // namespace

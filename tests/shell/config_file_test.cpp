@@ -42,7 +42,7 @@ void CheckConfig(AppState& state, const QString& dir, int obstacle, bool readabl
         QCOMPARE(ReadBytes(path), writable ? kFreshFile : before);
     }
     const QByteArray kept = ReadBytes(path);
-    QCOMPARE(WriteConfig(state, 7), writable);
+    QCOMPARE(WriteConfig(state), writable);
     QCOMPARE(log.calls.size(), int(!readable) + int(!writable));
     if (!writable) {
         QCOMPARE(log.calls.last(), CfgMessage(path, "options not saved", "vbok+vbcritical"));
@@ -77,11 +77,10 @@ private slots:
         state.settings = {4, 1, 3, RGB(1, 2, 3), 0xFFFFFFFFu, RGB(255, 255, 255), -4, RGB(128, 0, 0),
                           2147483647, "Blue.col"};
         MessageLog log;
-        QVERIFY(WriteConfig(state, 9));
+        QVERIFY(WriteConfig(state));
         AppState back;
         back.AppDir = state.AppDir;
         QVERIFY(ReadConfig(back));
-        QCOMPARE(back.settings.GridSize, 9);     // the size shown, not the setting
         QCOMPARE(FormatConfig(back.settings), FormatConfig(state.settings));
         QVERIFY(log.calls.isEmpty());
         QCOMPARE(DirectoryEntries(dir.path()), QStringList{kCfg});

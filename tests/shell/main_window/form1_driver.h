@@ -85,12 +85,12 @@ struct Form1Fixture {
     }
     void SetStartSide(int side)
     {
-        for (int i = 0; i < 3 && window.StartSideLabel().tag != std::to_string(side); ++i)
+        for (int i = 0; i < 3 && window.Next().PathDirection != side; ++i)
             ClickLabel("Label6", Qt::LeftButton);
     }
     void SetGridSize(int size)
     {
-        for (int i = 0; i < 7 && window.GridSizeLabel().tag != std::to_string(size); ++i)
+        for (int i = 0; i < 7 && window.Next().GridSize != size; ++i)
             ClickLabel("Label4", Qt::LeftButton);
     }
 
@@ -98,7 +98,12 @@ struct Form1Fixture {
     void ClickCell(int row, int col, Qt::MouseButton which)
     {
         const Board& b = window.board();
-        const QPointF at(b.CellX(row, col) / 15.0, b.CellY(row, col) / 15.0);
+        ClickAt(QPointF(b.CellX(row, col) / 15.0, b.CellY(row, col) / 15.0), which);
+    }
+
+    // The same at a point of the board picture, in pixels.
+    void ClickAt(QPointF at, Qt::MouseButton which)
+    {
         PictureBox* box = picture();
         QMouseEvent move(QEvent::MouseMove, at, box->mapToGlobal(at), Qt::NoButton, Qt::NoButton,
                          Qt::NoModifier);

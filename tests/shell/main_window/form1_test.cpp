@@ -173,6 +173,24 @@ void Form1Test::gridSizeAndStartSideLabelsCycle()
     }
     f.ClickLabel("Label6", Qt::RightButton);
     QCOMPARE(side->text(), QString("Top"));
+
+    // On a built 7x7 puzzle the labels set the next puzzle only: a click just right of the
+    // board, at the height of row 1, offers and links nothing.
+    f.SetGridSize(7);
+    f.SetStartSide(1);
+    f.NewPuzzle();
+    const QImage before = f.BoardImage();
+    const size_t records = f.window.playState().undolist.size();
+    f.ClickLabel("Label4", Qt::LeftButton);
+    f.ClickLabel("Label6", Qt::LeftButton);
+    QCOMPARE(size->text(), QString("8x8"));
+    const Board& b = f.window.board();
+    QCOMPARE(b.BoardSpan, 15);
+    QCOMPARE(b.StartSide, int(kSideLeft));
+    f.ClickAt(QPointF((b.CellX(1, b.BoardSpan) + b.CellPitch) / 15.0, b.CellY(1, 1) / 15.0), Qt::LeftButton);
+    QVERIFY2(!f.label("Label7")->text().startsWith("Use"), qPrintable(f.label("Label7")->text()));
+    QCOMPARE(f.window.playState().undolist.size(), records);
+    QCOMPARE(f.BoardImage(), before);
 }
 
 void Form1Test::solutionShowsOnlyWhileHeld()

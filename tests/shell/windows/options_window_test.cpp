@@ -22,16 +22,15 @@ using namespace tallyon;
 namespace {
 
 // The window shown (which runs activation) over the fresh-install settings (a circle node,
-// scheme xp.col), with a path-direction tag of its own.
+// scheme xp.col), with path direction 3, which only this window can set.
 struct OptionsFixture {
     AppState state;
-    QString pathTag = QStringLiteral("3");
     Form6 form{state};
 
     OptionsFixture()
     {
         state.settings = FreshInstallSettings();
-        form.SetPathDirectionTag([this] { return pathTag; }, [this](const QString& text) { pathTag = text; });
+        state.settings.PathDirection = 3;
         form.show();
     }
     void Apply() { QTest::mouseClick(form.command1, Qt::LeftButton); }
@@ -52,7 +51,7 @@ private slots:
     void gridRightClicksWrapAfterSix();
     void printLine_data();
     void printLine();
-    void applyWritesPathTagAndKeepsShape();
+    void applyStoresPathDirectionAndKeepsShape();
     void schemePreviewAndApply();
 
 private:
@@ -103,12 +102,12 @@ void OptionsWindowTest::printLine()
     QCOMPARE(f.state.settings.PrintLineWidth, width);
 }
 
-// Apply writes the chosen direction into the tag and asks the main window to refresh; "Oval"
+// Apply stores the chosen direction and asks the main window to refresh; "Oval"
 // changes no setting, so the circle stays.
-void OptionsWindowTest::applyWritesPathTagAndKeepsShape()
+void OptionsWindowTest::applyStoresPathDirectionAndKeepsShape()
 {
     OptionsFixture f;
-    QVERIFY(f.form.Option5[3]->isChecked());     // from the tag
+    QVERIFY(f.form.Option5[3]->isChecked());     // from the setting
     ClickIndicator(f.form.Option5[2]);
     for (QRadioButton* option : {f.form.Option1, f.form.Option2, f.form.Option3, f.form.Option4})
         if (option->text() == QStringLiteral("Oval"))
@@ -116,7 +115,6 @@ void OptionsWindowTest::applyWritesPathTagAndKeepsShape()
     QSignalSpy refresh(&f.form, &Form6::RefreshMainWindow);
     f.Apply();
     QCOMPARE(refresh.count(), 1);
-    QCOMPARE(f.pathTag, QStringLiteral("2"));
     QCOMPARE(f.state.settings.PathDirection, 2);
     QCOMPARE(f.state.settings.NodeShape, 2);
 }
