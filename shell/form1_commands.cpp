@@ -152,7 +152,7 @@ void Form1::ApplyScheme()
     }
     for (BoxControl* button : {cmdnew, cmdshowsol, cmdhelp, cmdverify, undoman}) {
         button->SetBackColor(control);
-        button->update();
+        button->Refresh();
     }
 }
 

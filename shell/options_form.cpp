@@ -142,7 +142,8 @@ void Form6::Recolour()
     const Colour control = state_.SchemeColours[state_.ControlColourIndex];
     for (BoxControl* button : {command1, command2}) {
         button->SetBackColor(control);
-        button->SetForeColor(fixed::DarkText);   // redraws the face with the new back colour
+        button->SetForeColor(fixed::DarkText);
+        button->Refresh();
     }
 }
 

@@ -166,6 +166,8 @@ void BoxControl::WriteProperties(PropertyBag& bag) const
     bag.Write("ToolTipText1", toolTip(), QString());
 }
 
+void BoxControl::Refresh() { Redraw(); }
+
 void BoxControl::Redraw()
 {
     const qreal dpr = devicePixelRatioF();

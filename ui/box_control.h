@@ -61,6 +61,10 @@ public:
     // Whether the face shows the pressed look (a mouse button is held on it).
     bool Pressed() const { return pressed_; }
 
+    // Redraws the face from the current properties, so that a BackColor, Enabled or
+    // BorderStyle just set shows at once.
+    void Refresh();
+
     // Reads the saved properties; a missing one takes its default (both colours the system
     // button-text colour, the holding window's font, the current caption, size 8, no bold).
     void ReadProperties(const PropertyBag& bag);

@@ -2,10 +2,13 @@
 // the solution, the small controls and the exit.
 #include "form1_driver.h"
 
+#include "platform/qt_colour.h"
 #include "play/verify.h"
 #include "shell/config_file.h"
+#include "shell/schemes.h"
 
 #include <QLabel>
+#include <QPushButton>
 #include <QTest>
 
 using namespace tallyon;
@@ -25,6 +28,7 @@ private slots:
     void exitAskedNoThenYesSavesSettings();
     void closeBoxLeavesConfigUnchanged();
     void boardsOfEverySizeAndSchemeLookRight();
+    void applyRecoloursEveryButtonAtOnce();
 };
 
 void Form1Test::startUpShowsEmptyBoardAndPrompt()
@@ -259,6 +263,26 @@ void Form1Test::boardsOfEverySizeAndSchemeLookRight()
         f.LinkPath(9);
         f.Shot("form1-scheme-" + QString(scheme).chopped(4));
     }
+}
+
+// Options > Apply loads the scheme and presses Command2: every box button shows the new
+// control colour at once, before it is pressed.
+void Form1Test::applyRecoloursEveryButtonAtOnce()
+{
+    Form1Fixture f("xp.col");
+    const char* names[] = {"cmdnew", "cmdshowsol", "cmdhelp", "cmdverify", "undoman"};
+    const QColor before = f.window.findChild<BoxControl*>("cmdnew")->grab().toImage().pixelColor(6, 6);
+    LoadSchemeAtStartup(f.state, "Slate.col");
+    f.state.settings.SchemeFile = "Slate.col";
+    const QColor control = ToQColor(f.state.SchemeColours[kSchemeControl]);
+    QVERIFY(control != before);
+    f.window.findChild<QPushButton*>("Command2")->click();
+    for (const char* name : names) {
+        const QImage face = f.window.findChild<BoxControl*>(name)->grab().toImage();
+        QCOMPARE(face.pixelColor(6, 6), control);
+        QCOMPARE(face.pixelColor(face.width() - 7, face.height() - 7), control);
+    }
+    f.Shot("form1-after-apply-slate");
 }
 
 QTEST_MAIN(Form1Test)
