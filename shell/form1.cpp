@@ -86,6 +86,8 @@ void Form1::BuildControls()
     Picture4->setObjectName("Picture4");
     Picture1 = new PictureBox(centralWidget());
     Picture1->setObjectName("Picture1");
+    // The board's digits are drawn in this font, and print and clipboard borrow its name.
+    Picture1->setFont(ControlFont(12, true));
 
     errorMarker = new QFrame(Picture1);
     errorMarker->setObjectName("errorMarker");

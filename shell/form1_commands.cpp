@@ -243,6 +243,7 @@ DrawStyle Form1::Style() const
     style.Background = state_.SchemeColours[kSchemeBackground];
     style.GridLineWidth = std::max(1, s.GridLineWidth);
     style.NodeShape = s.NodeShape;
+    style.FontFamily = Picture1->font().family().toStdString();
     return style;
 }
 

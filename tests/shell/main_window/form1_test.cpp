@@ -2,12 +2,19 @@
 // the solution, the small controls and the exit.
 #include "form1_driver.h"
 
+#include "output/board_picture.h"
+#include "output/print_job.h"
 #include "platform/qt_colour.h"
 #include "play/verify.h"
 #include "shell/config_file.h"
 #include "shell/schemes.h"
 
+#include <QAction>
+#include <QClipboard>
+#include <QFontInfo>
+#include <QGuiApplication>
 #include <QLabel>
+#include <QPrinterInfo>
 #include <QPushButton>
 #include <QTest>
 
@@ -29,6 +36,7 @@ private slots:
     void closeBoxLeavesConfigUnchanged();
     void boardsOfEverySizeAndSchemeLookRight();
     void applyRecoloursEveryButtonAtOnce();
+    void printAndClipboardUseTheBoardFont();
 };
 
 void Form1Test::startUpShowsEmptyBoardAndPrompt()
@@ -283,6 +291,37 @@ void Form1Test::applyRecoloursEveryButtonAtOnce()
         QCOMPARE(face.pixelColor(face.width() - 7, face.height() - 7), control);
     }
     f.Shot("form1-after-apply-slate");
+}
+
+// The board picture's font is "Arial" (Liberation Sans here), and it is the font of the
+// clipboard picture and of the printed page.
+void Form1Test::printAndClipboardUseTheBoardFont()
+{
+    Form1Fixture f;
+    QCOMPARE(f.picture()->font().family(), QString("Arial"));
+    QCOMPARE(QFontInfo(f.picture()->font()).family(), QString("Liberation Sans"));
+    f.SetStartSide(1);
+    f.NewPuzzle();
+    f.window.findChild<QAction*>("mnuclippuz")->trigger();
+    OutputOptions options;
+    options.fontName = "Arial";
+    options.fontBold = true;
+    options.pictureWidth = f.picture()->width() * kTwipsPerPixel;
+    options.pictureHeight = f.picture()->height() * kTwipsPerPixel;
+    options.devicePixelRatio = f.picture()->devicePixelRatioF();
+    const QImage copied = QGuiApplication::clipboard()->image().convertToFormat(QImage::Format_RGB32);
+    QCOMPARE(copied, DrawBoardPicture(f.window.board(), kPuzzleMode, options).convertToFormat(QImage::Format_RGB32));
+    options.fontName = "DejaVu Sans";
+    QVERIFY(copied != DrawBoardPicture(f.window.board(), kPuzzleMode, options).convertToFormat(QImage::Format_RGB32));
+
+    if (!QPrinterInfo::defaultPrinter().isNull())
+        QSKIP("a default printer takes the page; the PDF fallback is not written");
+    f.window.findChild<QAction*>("mnuprint")->trigger();
+    QFile pdf(f.dir.path() + "/" + kPrintFileName);
+    QVERIFY(pdf.open(QIODevice::ReadOnly));
+    const QByteArray bytes = pdf.readAll();
+    QVERIFY(bytes.contains("/BaseFont /") && bytes.contains("LiberationSans-Bold"));
+    QVERIFY(!bytes.contains("DejaVu"));
 }
 
 QTEST_MAIN(Form1Test)
