@@ -232,6 +232,14 @@ void DrawMarks(Canvas& canvas, const Board& board, const DrawStyle& style)
     }
 }
 
+bool LinkCrossesMarks(const Board& board, int idA, int idB)
+{
+    for (int key : board.KeyNodes)
+        if (key == idA || key == idB)
+            return true;
+    return false;
+}
+
 void DrawBoard(Canvas& canvas, const Board& board, const DrawStyle& style, int mode)
 {
     DrawGrid(canvas, board, style);

@@ -41,6 +41,10 @@ void DrawLink(Canvas& canvas, const Board& board, const DrawStyle& style, int va
 // around the Hint node. Draws nothing for key nodes that are not on the board.
 void DrawMarks(Canvas& canvas, const Board& board, const DrawStyle& style);
 
+// True when a link between the nodes idA and idB runs through a mark: it ends at Start, Hint
+// or End, whose rings a link line or a redrawn node would otherwise cut.
+bool LinkCrossesMarks(const Board& board, int idA, int idB);
+
 // The whole board in the order grid, cells, links, marks. Mode 1 draws the solution path from
 // PathList as plain lines; any other mode the user's links, each as the linking code draws it
 // (the line, then its two end nodes and its link cell again on top).

@@ -46,7 +46,8 @@ void SetEnds(PlayState& state)
     }
 }
 
-// Redraws what a link change touched: the line, both ends, the link cell and the marks.
+// Redraws what a link change touched: the line, both ends, the link cell, and the marks when
+// the line runs through one of them.
 void DrawChange(PlayHost& host, const Board& board, const PlayState& state, int value, bool touchesKey)
 {
     const std::unique_ptr<Canvas> canvas = host.OpenBoardCanvas();
@@ -136,9 +137,7 @@ void MakeLink(PlayHost& host, Board& board, PlayState& state, int button)
         SetLinkFlags(board, value, state.EndARow, state.EndACol, state.EndBRow, state.EndBCol);
         board.NodeLinks(idA, idB) = value;
         board.NodeLinks(idB, idA) = value;
-        const bool touchesKey = idA == board.StartNode || idA == board.EndNode ||
-                                idB == board.StartNode || idB == board.EndNode;
-        DrawChange(host, board, state, value, touchesKey);
+        DrawChange(host, board, state, value, LinkCrossesMarks(board, idA, idB));
         state.undolist.insert(state.undolist.begin(), UndoRecord(value, state));
     }
     ForgetEnds(state);

@@ -59,7 +59,7 @@ void ApplyInverse(PlayHost& host, Board& board, const UndoFields& r)
     if (OnBoard(board, r.hoverRow, r.hoverCol))
         DrawCellAsLink(*canvas, board, style, r.hoverRow, r.hoverCol);
     SetLinkFlags(board, restored, r.rowA, r.colA, r.rowB, r.colB);
-    if (idA == board.StartNode || idA == board.EndNode || idB == board.StartNode || idB == board.EndNode)
+    if (LinkCrossesMarks(board, idA, idB))
         DrawMarks(*canvas, board, style);
 }
 

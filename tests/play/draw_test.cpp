@@ -4,6 +4,7 @@
 
 #include "platform/qpainter_canvas.h"
 #include "play/controls.h"
+#include "play/undo.h"
 #include "play_fixture.h"
 
 #include <QImage>
@@ -11,7 +12,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <set>
+#include <utility>
+#include <vector>
 
 namespace tallyon::test {
 namespace {
@@ -79,7 +83,8 @@ TEST_P(DrawBoardAt, GridCellsLinksAndMarksInOrderOnTheLattice)
 INSTANTIATE_TEST_SUITE_P(GridSizes, DrawBoardAt, ::testing::Values(4, 10));
 
 // Makes a puzzle in the look of a fresh install (black grid and nodes, white digits, dark red
-// links), lets `play` act on it while the host paints onto an image, and saves the picture.
+// links), lets `play` act on it while the host paints onto an image (which it may look at),
+// and saves the picture.
 template <typename Play>
 void Render(const char* name, const std::string& size, const std::string& side, Play play)
 {
@@ -93,7 +98,7 @@ void Render(const char* name, const std::string& size, const std::string& side, 
     host.style = {RGB(0, 0, 0), RGB(0, 0, 0), RGB(255, 255, 255), RGB(128, 0, 0), RGB(255, 255, 255)};
     host.next = {std::stoi(size), std::stoi(side)};
     NewPuzzle(host, board, state, 1);
-    play(host, board, state);
+    play(host, board, state, image);
     painter.end();
     const std::string path = std::string(TALLYON_SCREENSHOT_DIR) + "/" + name;
     EXPECT_TRUE(image.save(QString::fromStdString(path))) << path;
@@ -101,15 +106,72 @@ void Render(const char* name, const std::string& size, const std::string& side, 
 
 TEST(Render, FreshInstallBoardWithLinksAndASolutionFromTheTop)
 {
-    Render("play_board_fresh_7.png", "7", "1", [](FakeHost& host, Board& board, PlayState& state) {
+    Render("play_board_fresh_7.png", "7", "1", [](FakeHost& host, Board& board, PlayState& state, const QImage&) {
         for (std::size_t i = 1; i < board.List2.size() && i < 12; i += 2) {
             const int cell = std::stoi(board.List2[i]);
             ClickCell(host, board, state, board.CellRow[cell], board.CellCol[cell]);
         }
     });
-    Render("play_solution_top_10.png", "10", "2", [](FakeHost& host, Board& board, PlayState&) {
+    Render("play_solution_top_10.png", "10", "2", [](FakeHost& host, Board& board, PlayState&, const QImage&) {
         ShowSolution(host, board);
         EXPECT_EQ(host.status, "Solution ...");
+    });
+}
+
+// The share of points around the ring of key node `key` (0 Start, 1 Hint, 2 End) that show
+// the ring's colour.
+double RingShown(const Board& board, const QImage& image, std::size_t key)
+{
+    const int k = board.KeyNodes[key];
+    const double cx = board.CellX(board.CellRow[k], board.CellCol[k]) / double(kTwipsPerPixel);
+    const double cy = board.CellY(board.CellRow[k], board.CellCol[k]) / double(kTwipsPerPixel);
+    const double r = RoundHalfEven(1.45 * board.CellBase) / double(kTwipsPerPixel);
+    const QColor ring = key == 1 ? QColor(20, 20, 200) : QColor(230, 0, 0);
+    int shown = 0;
+    constexpr int kPoints = 120;
+    for (int i = 0; i < kPoints; ++i) {
+        const double a = 2 * M_PI * i / kPoints;
+        bool found = false;
+        for (double d = -2; d <= 2 && !found; d += 0.5) {
+            const QColor c = image.pixelColor(int(std::lround(cx + (r + d) * std::cos(a))),
+                                              int(std::lround(cy + (r + d) * std::sin(a))));
+            found = std::abs(c.red() - ring.red()) + std::abs(c.green() - ring.green()) +
+                        std::abs(c.blue() - ring.blue()) < 120;
+        }
+        shown += found ? 1 : 0;
+    }
+    return double(shown) / kPoints;
+}
+
+// Linking at a key node, unlinking there and undoing both leave the rings of Start, Hint and
+// End whole.
+TEST(Render, KeyNodeRingsStayWholeThroughLinksUnlinksAndUndo)
+{
+    Render("play_key_rings_7.png", "7", "1", [](FakeHost& host, Board& board, PlayState& state, const QImage& image) {
+        const auto rings = [&] {
+            return std::vector<double>{RingShown(board, image, 0), RingShown(board, image, 1), RingShown(board, image, 2)};
+        };
+        const std::vector<double> whole = rings();
+        EXPECT_EQ(whole, std::vector<double>({1.0, 1.0, 1.0}));
+        // The path links at each key node: beside its List2 item.
+        const std::size_t hint = HintItemIndex(board.List2.size()), last = board.List2.size() - 1;
+        std::vector<std::pair<int, int>> links;
+        for (const std::size_t i : {std::size_t(1), hint - 1, hint + 1, last - 1}) {
+            const int cell = std::stoi(board.List2[i]);
+            links.push_back({board.CellRow[cell], board.CellCol[cell]});
+        }
+        for (const auto& [row, col] : links) {
+            ClickCell(host, board, state, row, col, 1);
+            EXPECT_EQ(rings(), whole) << "link at " << row << "," << col;
+        }
+        for (const auto& [row, col] : links) {
+            ClickCell(host, board, state, row, col, 2);
+            EXPECT_EQ(rings(), whole) << "unlink at " << row << "," << col;
+        }
+        while (!state.undolist.empty()) {
+            UndoMove(host, board, state, 1);
+            EXPECT_EQ(rings(), whole) << "undo, " << state.undolist.size() << " records left";
+        }
     });
 }
 
