@@ -25,7 +25,7 @@ public:
     void Draw(int row, int col, Colour fore, Colour fill)
     {
         if (IsNode(row, col))
-            DrawNodeShape(row, col, fill);
+            DrawNodeShape(row, col, fore, fill);
         else if (IsLinkCell(row, col))
             DrawPatch(row, col, fill);
         else
@@ -34,17 +34,18 @@ public:
     }
 
 private:
-    void DrawNodeShape(int row, int col, Colour fill)
+    // The shape, filled and outlined in the colour of its digit.
+    void DrawNodeShape(int row, int col, Colour fore, Colour fill)
     {
         const int x = board_.CellX(row, col);
         const int y = board_.CellY(row, col);
         if (style_.NodeShape == 2) {
-            canvas_.Circle(x, y, NodeRadius(board_), style_.GridColour, style_.GridLineWidth, fill);
+            canvas_.Circle(x, y, NodeRadius(board_), fore, style_.GridLineWidth, fill);
             return;
         }
         const int q = board_.QuarterPitch;
         canvas_.FilledBox(x - q, y - q, x + q, y + q, fill);
-        canvas_.Box(x - q, y - q, x + q, y + q, style_.GridColour, style_.GridLineWidth);
+        canvas_.Box(x - q, y - q, x + q, y + q, fore, style_.GridLineWidth);
     }
 
     // Blanks the grid line under a link cell's digit.

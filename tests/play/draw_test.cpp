@@ -62,8 +62,11 @@ TEST_P(DrawBoardAt, GridCellsLinksAndMarksInOrderOnTheLattice)
         for (int col = 1; col <= board.BoardSpan; col += 2)
             nodes.insert({(col - 1) * pitch + board.BoardLeft, (row - 1) * pitch + board.BoardTop});
     for (auto op = ops.begin() + first[2]; op != ops.begin() + first[3]; ++op) {
-        if (op->kind == Kind::Circle)
+        if (op->kind == Kind::Circle) {
             drawn.insert({op->x1, op->y1});
+            EXPECT_EQ(op->colour, style.FontColour) << "node outlines take the digits' colour";
+            EXPECT_TRUE(op->filled && op->fill == style.ShapeColour);
+        }
         const TextSize size = canvas.MeasureText(op->text, op->font);
         if (op->kind == Kind::Text) {
             EXPECT_DOUBLE_EQ(op->font.points, board.FontSize);
@@ -81,6 +84,33 @@ TEST_P(DrawBoardAt, GridCellsLinksAndMarksInOrderOnTheLattice)
 }
 
 INSTANTIATE_TEST_SUITE_P(GridSizes, DrawBoardAt, ::testing::Values(4, 10));
+
+// A node is outlined in the colour it is drawn with (the digits' colour), not the grid's, as
+// a circle and as a box.
+TEST(DrawCell, NodesAreOutlinedInTheForeColour)
+{
+    Board board;
+    MakeRowPuzzle(board, 7);
+    for (const int shape : {2, 1}) {
+        QImage image(kPictureWidth / kTwipsPerPixel, kPictureWidth / kTwipsPerPixel, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        QPainterCanvas canvas(painter);
+        DrawStyle style{RGB(255, 0, 0), RGB(0, 0, 255), RGB(0, 160, 0), RGB(128, 0, 0), RGB(255, 255, 255), 4, shape};
+        DrawCellAsNode(canvas, board, style, 5, 5);
+        painter.end();
+        image.save(QString(TALLYON_SCREENSHOT_DIR) + QString("/play_node_outline_%1.png").arg(shape));
+        // Outward from the centre, along the row through it: fill, then outline, then paper.
+        const int cx = board.CellX(5, 5) / kTwipsPerPixel, y = board.CellY(5, 5) / kTwipsPerPixel;
+        int x = cx;
+        while (image.pixelColor(x + 1, y) != QColor(Qt::white))
+            ++x;
+        const QColor edge = image.pixelColor(x - 1, y);
+        EXPECT_TRUE(edge.green() > 100 && edge.red() < 100) << "shape " << shape << ": " << edge.name().toStdString();
+        const QColor inside = image.pixelColor(cx + 2, y - 4);
+        EXPECT_EQ(inside, QColor(0, 0, 255)) << "shape " << shape;
+    }
+}
 
 // Makes a puzzle in the look of a fresh install (black grid and nodes, white digits, dark red
 // links), lets `play` act on it while the host paints onto an image (which it may look at),

@@ -203,6 +203,9 @@ void Form1Test::gridSizeAndStartSideLabelsCycle()
     QVERIFY2(!f.label("Label7")->text().startsWith("Use"), qPrintable(f.label("Label7")->text()));
     QCOMPARE(f.window.playState().undolist.size(), records);
     QCOMPARE(f.BoardImage(), before);
+    // A full redraw keeps the "X"s beside Start and End, where the puzzle starts.
+    f.window.findChild<QPushButton*>("Command2")->click();
+    QCOMPARE(f.BoardImage(), before);
 }
 
 void Form1Test::solutionShowsOnlyWhileHeld()
