@@ -36,10 +36,18 @@ inline constexpr int kSchemeMenuBar = 3;
 inline constexpr int kSchemeControl = 4;
 inline constexpr int kSchemeAbout = 5;
 
+// The shipped "xp.col" scheme, built in. The table holds it until a scheme is loaded, so a
+// tallyon.cfg naming a scheme that all.col lacks still gets a readable window, not a black one.
+inline constexpr SchemeTable kXpSchemeColours = {
+    RGB(172, 168, 153), RGB(255, 255, 255), RGB(236, 233, 216), RGB(236, 233, 216),
+    RGB(245, 244, 236), RGB(214, 223, 247), RGB(49, 106, 197),  RGB(241, 239, 226),
+    RGB(226, 223, 205), RGB(255, 255, 255), RGB(0, 84, 227),    RGB(61, 149, 255),
+    RGB(128, 128, 128), 0};
+
 struct AppState {
     QString AppDir;                 // the executable's directory, ending in "/"
     Settings settings;
-    SchemeTable SchemeColours{};
+    SchemeTable SchemeColours = kXpSchemeColours;
     int ControlColourIndex = kSchemeControl;
     QString PreviewSchemesFile;     // bare "all.col", opened relative to the current directory
 };

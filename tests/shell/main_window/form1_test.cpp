@@ -14,6 +14,7 @@
 #include <QFontInfo>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QMenuBar>
 #include <QPrinterInfo>
 #include <QPushButton>
 #include <QTest>
@@ -37,6 +38,7 @@ private slots:
     void boardsOfEverySizeAndSchemeLookRight();
     void applyRecoloursEveryButtonAtOnce();
     void printAndClipboardUseTheBoardFont();
+    void missingSchemeStartsInTheXpLook();
 };
 
 void Form1Test::startUpShowsEmptyBoardAndPrompt()
@@ -325,6 +327,29 @@ void Form1Test::printAndClipboardUseTheBoardFont()
     const QByteArray bytes = pdf.readAll();
     QVERIFY(bytes.contains("/BaseFont /") && bytes.contains("LiberationSans-Bold"));
     QVERIFY(!bytes.contains("DejaVu"));
+}
+
+// A tallyon.cfg naming a scheme that all.col lacks: the message, then the built-in xp colours
+// on the window, the buttons and the menu bar, whose caption stays readable.
+void Form1Test::missingSchemeStartsInTheXpLook()
+{
+    Form1Fixture f("Gone.col");
+    QCOMPARE(f.answers.calls.value(0),
+             qMakePair(QString("Colour Scheme: Gone.col not found"), QString("vbok+vbcritical")));
+    QCOMPARE(f.state.settings.SchemeFile, QString("xp.col"));
+    f.Shot("form1-missing-scheme");
+    const QImage shot = f.window.grab().toImage();
+    const QImage face = f.window.findChild<BoxControl*>("cmdnew")->grab().toImage();
+    QCOMPARE(shot.pixelColor(shot.width() - 3, shot.height() - 3), QColor(236, 233, 216));
+    QCOMPARE(face.pixelColor(6, 6), QColor(245, 244, 236));
+    QMenuBar* bar = f.window.menuBar();
+    const QImage menu = bar->grab().toImage();
+    QCOMPARE(menu.pixelColor(menu.width() - 3, menu.height() / 2), QColor(236, 233, 216));
+    int dark = 0; // the caption "File"
+    for (int y = 0; y < menu.height(); ++y)
+        for (int x = 0; x < 40 && x < menu.width(); ++x)
+            dark += menu.pixelColor(x, y).lightness() < 100 ? 1 : 0;
+    QVERIFY(dark > 10);
 }
 
 QTEST_MAIN(Form1Test)
