@@ -3,6 +3,7 @@
 
 #include "platform/canvas.h"
 #include "shell/window_paint.h"
+#include "ui/front_window.h"
 
 #include <QEvent>
 #include <QKeyEvent>
@@ -163,6 +164,7 @@ void AboutForm::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
     ApplyColours();
+    BringToFront(this);
 }
 
 void AboutForm::changeEvent(QEvent* event)

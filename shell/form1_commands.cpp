@@ -71,7 +71,6 @@ void Form1::ShowHelp()
         form4_ = new Form4(state_, this); // a window of its own, owned by the main window
     form4_->Navigate(state_.AppDir + "tallyon.htm");
     form4_->show();
-    form4_->raise();
 }
 
 void Form1::ShowAbout()

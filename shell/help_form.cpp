@@ -3,6 +3,7 @@
 
 #include "platform/canvas.h"
 #include "shell/window_paint.h"
+#include "ui/front_window.h"
 
 #include <QEvent>
 #include <QFileInfo>
@@ -123,6 +124,7 @@ void Form4::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     ApplyColours();
+    BringToFront(this);
 }
 
 void Form4::changeEvent(QEvent* event)

@@ -6,6 +6,7 @@
 #include "shell/window_paint.h"
 #include "ui/box_control.h"
 #include "ui/col_pik.h"
+#include "ui/front_window.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -87,6 +88,7 @@ void Form6::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
     Activate();
+    BringToFront(this);
 }
 
 void Form6::Activate()

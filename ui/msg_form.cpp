@@ -2,8 +2,10 @@
 #include "ui/msg_form.h"
 
 #include "platform/qt_colour.h"
+#include "ui/front_window.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QFocusEvent>
 #include <QFontMetrics>
 #include <QKeyEvent>
@@ -135,7 +137,7 @@ void MsgButton::mouseReleaseEvent(QMouseEvent* event)
 }
 
 MsgForm::MsgForm(QWidget* parent)
-    : QDialog(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
+    : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                           Qt::MSWindowsFixedSizeDialogHint)
 {
     setWindowTitle(QStringLiteral("Message"));
@@ -228,12 +230,20 @@ void MsgForm::keyPressEvent(QKeyEvent* event)
     event->accept();  // Escape and Enter mean nothing to the window itself
 }
 
+void MsgForm::closeEvent(QCloseEvent* event)
+{
+    event->ignore(); // only a button answers: a close would return the previous answer
+}
+
+void MsgForm::reject() {}
+
 void MsgForm::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
     for (int i = 0; i < kMessageIconCount; ++i)
         icons[i]->setPixmap(MessageIconPixmap(i, Px(kIconSize), devicePixelRatioF()));
     cmd[0]->setFocus(Qt::OtherFocusReason);
+    BringToFront(this);
 }
 
 void MsgForm::Choose(MsgButton* button)

@@ -54,8 +54,9 @@ public:
 
     explicit MsgForm(QWidget* parent = nullptr);
 
-    // Fills, lays out and shows the box modally; returns Result when the wait ends. A close
-    // by the window frame stores nothing, so Result keeps the previous choice.
+    // Fills, lays out and shows the box modally; returns Result when the wait ends, which only
+    // a button can end: the frame has no close control, and a close asked for otherwise (a
+    // window manager's key, Escape) is refused, since it would return the previous choice.
     int Run(const QString& message, const QString& style);
     // Fills and lays out the box without showing it.
     void Prepare(const QString& message, const QString& style);
@@ -89,7 +90,10 @@ public:
     int LastButton = -1;  // index of the last button filled in this call
     int Result = 0;       // code of the last chosen button, kept between calls
 
+    void reject() override;
+
 protected:
+    void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
 

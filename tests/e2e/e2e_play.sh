@@ -43,13 +43,30 @@ undone="$(pixel "$WIN" "$LINE_X" "$LINE_Y")"
 [ "$undone" != "128,0,0" ] || fail "the link line is still there after undo"
 import -window "$WIN" "$SHOTS/e2e-undone.png"
 
+# File > Options (the first item) and File > About (two up from the bottom): each comes up
+# on top with the focus, and Escape closes it.
+for item in "Down" "Up Up"; do
+  xdotool mousemove --window "$WIN" 20 8 click 1
+  sleep 0.4
+  xdotool key $item Return
+  case "$item" in Down) title="Tallyon Options" ;; *) title="About Tallyon" ;; esac
+  DLG="$(wait_window "$title")"
+  sleep 0.3
+  check_on_top "$DLG"
+  xdotool key Escape
+  wait_gone "$title"
+done
+
 # File > Exit: the last item of the File menu; then "Exit?" answered Yes.
 xdotool mousemove --window "$WIN" 20 8 click 1
 sleep 0.4
 xdotool key Up Return
 ASK="$(wait_window Message)"
 sleep 0.3; import -window "$ASK" "$SHOTS/e2e-exit-question.png"
-press_return "$ASK"
+# The box comes up over the main window with the focus, with no window manager to raise it:
+# the screen shows it whole, and Return answers it.
+check_on_top "$ASK"
+xdotool key Return
 for _ in $(seq 100); do kill -0 "$PID" 2>/dev/null || break; sleep 0.05; done
 kill -0 "$PID" 2>/dev/null && fail "the program did not end after Exit"
 tr -d '\r' < "$APP/tallyon.cfg" | sed -n 2p | grep -qx 'xp.col' || fail "scheme line not written"

@@ -67,6 +67,23 @@ pixel() {
   rm -f "$file"
 }
 
+# Fails unless the window shows on the screen as it draws itself, not black and not hidden
+# under another window, and holds the keyboard focus.
+check_on_top() {
+  local win="$1" X Y WIDTH HEIGHT WINDOW SCREEN dir differ lightness focus
+  eval "$(xdotool getwindowgeometry --shell "$win")"
+  dir="$(mktemp -d /tmp/tallyon-top.XXXXXX)"
+  import -window "$win" "$dir/own.png"
+  import -window root -crop "${WIDTH}x${HEIGHT}+${X}+${Y}" +repage "$dir/screen.png"
+  differ="$(compare -metric AE "$dir/own.png" "$dir/screen.png" null: 2>&1 || true)"
+  lightness="$(convert "$dir/screen.png" -format '%[fx:int(100*mean)]' info:)"
+  rm -rf "$dir"
+  [ "$differ" = "0" ] && [ "$lightness" -gt 20 ] ||
+    fail "window $win is not on top: $differ pixels differ from its own picture, lightness $lightness%"
+  focus="$(xdotool getwindowfocus 2>/dev/null || true)"
+  [ "$focus" = "$win" ] || fail "window $win does not have the keyboard focus (focus: $focus)"
+}
+
 # Focuses a window and types Return (events sent to a window directly are ignored by Qt).
 press_return() {
   xdotool windowfocus --sync "$1" 2>/dev/null || xdotool windowfocus "$1"
