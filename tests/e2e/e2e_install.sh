@@ -35,7 +35,7 @@ check_layout() {
   done
   check_link "$PREFIX"
   desktop-file-validate "$PREFIX/share/applications/$APP_ID.desktop" || fail "desktop entry invalid"
-  for f in 'Exec=tallyon' 'Icon=tallyon' 'Categories=Game;LogicGame;'; do
+  for f in 'Exec=tallyon' 'Icon=tallyon' 'Categories=Game;LogicGame;' "Path=$APPDIR"; do
     grep -qx "$f" "$PREFIX/share/applications/$APP_ID.desktop" || fail "desktop entry lacks $f"
   done
   appstreamcli validate --no-net "$PREFIX/share/metainfo/$APP_ID.metainfo.xml" || fail "metainfo invalid"
