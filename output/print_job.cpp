@@ -10,6 +10,7 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -27,20 +28,6 @@ std::unique_ptr<QPrinter> MakePrinter(const QPrinterInfo& info, const QString& t
     return printer;
 }
 
-// Draws both boards on one page and ends the document. False when painting could not start
-// or the document could not be finished.
-bool PrintPage(QPrinter& printer, const Board& board, const OutputOptions& options)
-{
-    QPainter painter;
-    if (!painter.begin(&printer))
-        return false;
-    const double dpi = printer.resolution();
-    QPainterCanvas canvas(painter, dpi, dpi / kPrinterPenUnitsPerInch);
-    PrintBoard(canvas, board, kPrintLeft, kPuzzleTop, kPuzzleMode, options);
-    PrintBoard(canvas, board, kPrintLeft, kSolutionTop, kSolutionMode, options);
-    return painter.end();
-}
-
 // Moves the finished temporary file over the old PDF.
 bool ReplaceFile(const QString& tempPath, const QString& finalPath)
 {
@@ -55,6 +42,31 @@ void ReportFailure(const QString& why)
 }
 
 } // namespace
+
+double PrintScale(const Board& board, const OutputOptions& options, Canvas& measure,
+                  double printableWidth, double printableHeight)
+{
+    const PictureExtent extent = MeasureBoardPicture(board, measure, options);
+    const double right = kPrintLeft + extent.gridSide + extent.margin;
+    const double bottom = kSolutionTop + extent.footerBottom;
+    return std::min({1.0, printableWidth / right, printableHeight / bottom});
+}
+
+bool PrintPage(QPrinter& printer, const Board& board, const OutputOptions& options)
+{
+    QPainter painter;
+    if (!painter.begin(&printer))
+        return false;
+    const double dpi = printer.resolution();
+    QPainterCanvas canvas(painter, dpi, dpi / kPrinterPenUnitsPerInch);
+    const double twipsPerPixel = kTwipsPerInch / dpi;
+    const double scale = PrintScale(board, options, canvas, printer.width() * twipsPerPixel,
+                                    printer.height() * twipsPerPixel);
+    painter.scale(scale, scale); // lines, digits and marks alike
+    PrintBoard(canvas, board, kPrintLeft, kPuzzleTop, kPuzzleMode, options);
+    PrintBoard(canvas, board, kPrintLeft, kSolutionTop, kSolutionMode, options);
+    return painter.end();
+}
 
 void PrintPuzzleAndSolution(const Board& board, const OutputOptions& options, const QString& appDir)
 {

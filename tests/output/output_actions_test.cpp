@@ -2,6 +2,7 @@
 #include "output/clipboard_picture.h"
 #include "output/print_job.h"
 #include "output_fixture.h"
+#include "platform/qpainter_canvas.h"
 #include "platform/recording_canvas.h"
 #include "ui/message_box.h"
 
@@ -9,6 +10,8 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QPainter>
+#include <QPageLayout>
+#include <QPrinter>
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -79,6 +82,51 @@ private slots:
         QVERIFY(QFile::copy(stem + ".png", ScreenshotPath("printed-page.png")));
         const std::vector<int> bands = InkBands(QImage(stem + ".png"));
         QVERIFY2(HoldsTwoBoards(bands), qPrintable(QString("%1 bands").arg(bands.size())));
+    }
+
+    // The tallest page, 9x9 laid from the top: on Letter the drawing shrinks to stay inside the
+    // printable area, with both boards and footers whole; on A4 no grid size shrinks.
+    void pageFitsLetterAndA4()
+    {
+        QTemporaryDir dir;
+        for (const int size : {4, 5, 6, 7, 8, 9, 10})
+            for (const int side : {kSideLeft, kSideTop}) {
+                QPrinter a4(QPrinter::HighResolution);
+                a4.setOutputFormat(QPrinter::PdfFormat);
+                a4.setOutputFileName(dir.filePath("probe.pdf"));
+                a4.setPageSize(QPageSize(QPageSize::A4));
+                QPainter probe(&a4);
+                QVERIFY(probe.isActive());
+                const double twips = kTwipsPerInch / double(a4.resolution());
+                QPainterCanvas canvas(probe, a4.resolution(), a4.resolution() / kPrinterPenUnitsPerInch);
+                QCOMPARE(PrintScale(*MakePuzzle(size, side), OutputOptions(), canvas, a4.width() * twips,
+                                    a4.height() * twips), 1.0);
+            }
+        const auto board = MakePuzzle(9, kSideTop);
+        for (const auto& [name, id] : {std::pair{"a4", QPageSize::A4}, std::pair{"letter", QPageSize::Letter}}) {
+            const QString pdf = dir.filePath(QString(name) + ".pdf");
+            QPrinter printer(QPrinter::HighResolution);
+            printer.setOutputFormat(QPrinter::PdfFormat);
+            printer.setOutputFileName(pdf);
+            printer.setPageSize(QPageSize(id));
+            const QRectF printable = printer.pageLayout().paintRect(QPageLayout::Inch);
+            QVERIFY(PrintPage(printer, *board, OutputOptions()));
+            const QString stem = dir.filePath(name);
+            QCOMPARE(QProcess::execute("pdftoppm", {"-r", "100", "-png", "-singlefile", pdf, stem}), 0);
+            const QImage page(stem + ".png");
+            QFile::remove(ScreenshotPath(QString("printed-page-9-top-%1.png").arg(name)));
+            QFile::copy(stem + ".png", ScreenshotPath(QString("printed-page-9-top-%1.png").arg(name)));
+            // The lowest ink lies inside the printable area, and the solution's footer is there.
+            int lowest = 0;
+            for (int y = 0; y < page.height(); ++y)
+                for (int x = 0; x < page.width(); ++x)
+                    if (qGray(page.pixel(x, y)) < 200)
+                        lowest = y;
+            QVERIFY2(lowest <= printable.bottom() * 100, qPrintable(QString("%1: ink at %2 px, printable to %3 px")
+                         .arg(name).arg(lowest).arg(printable.bottom() * 100)));
+            const std::vector<int> bands = InkBands(page);
+            QVERIFY2(bands.size() >= 4 && bands.back() < 30, qPrintable(QString("%1: %2 ink bands").arg(name).arg(bands.size())));
+        }
     }
 
     void clipboardPicturesDifferAlongThePath()
