@@ -195,6 +195,11 @@ void Form1Test::gridSizeAndStartSideLabelsCycle()
     f.NewPuzzle();
     const QImage before = f.BoardImage();
     const size_t records = f.window.playState().undolist.size();
+    const auto copied = [&f] {
+        f.window.findChild<QAction*>("mnuclipsol")->trigger();
+        return QGuiApplication::clipboard()->image();
+    };
+    const QImage copiedBefore = copied();
     f.ClickLabel("Label4", Qt::LeftButton);
     f.ClickLabel("Label6", Qt::LeftButton);
     QCOMPARE(size->text(), QString("8x8"));
@@ -205,9 +210,11 @@ void Form1Test::gridSizeAndStartSideLabelsCycle()
     QVERIFY2(!f.label("Label7")->text().startsWith("Use"), qPrintable(f.label("Label7")->text()));
     QCOMPARE(f.window.playState().undolist.size(), records);
     QCOMPARE(f.BoardImage(), before);
-    // A full redraw keeps the "X"s beside Start and End, where the puzzle starts.
+    // A full redraw and the clipboard picture keep the "X"s beside Start and End, where the
+    // puzzle starts.
     f.window.findChild<QPushButton*>("Command2")->click();
     QCOMPARE(f.BoardImage(), before);
+    QCOMPARE(copied(), copiedBefore);
 }
 
 void Form1Test::solutionShowsOnlyWhileHeld()
