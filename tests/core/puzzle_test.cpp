@@ -149,13 +149,49 @@ TEST(BuildPuzzle, StartSideTags)
         BuildPuzzle(*board, tag, 8400);
         EXPECT_TRUE(board->StartSide == tag && board->CellCol[board->StartNode] == 1) << tag;
     }
-    for (int i = 0; i < 60; ++i) {
-        BuildPuzzle(*board, kSideRandom, 8400);
-        ASSERT_TRUE(board->StartSide == kSideLeft || board->StartSide == kSideTop);
-        ++count[board->StartSide];
-        EXPECT_EQ((board->StartSide == kSideTop ? board->CellRow : board->CellCol)[board->StartNode], 1);
+    // "Random" lays from the top for a draw above 50 of 0..99: 49 in 100. Two thousand small
+    // puzzles tell that from 60 (or 51) with room to spare, and a ticking clock makes the run
+    // repeat exactly.
+    TickingClock clock;
+    auto small = FreshBoard(4);
+    constexpr int kSamples = 2000;
+    for (int i = 0; i < kSamples; ++i) {
+        BuildPuzzle(*small, kSideRandom, 8400);
+        ASSERT_TRUE(small->StartSide == kSideLeft || small->StartSide == kSideTop);
+        ++count[small->StartSide];
+        EXPECT_EQ((small->StartSide == kSideTop ? small->CellRow : small->CellCol)[small->StartNode], 1);
     }
-    EXPECT_TRUE(count[kSideLeft] > 5 && count[kSideTop] > 5);
+    const double top = 100.0 * count[kSideTop] / kSamples;
+    EXPECT_TRUE(top > 45.5 && top < 52.5) << top << "% from the top";
+}
+
+// The step rules at the edges of their draws, each draw made by the clock: above 75 right,
+// above 50 left, above 25 up, else down; a way the board does not have falls through.
+TEST(PathWalk, ChooseStepThresholdsAtTheirEdges)
+{
+    FixedClock clock;
+    const auto drawing = [&clock](int v) {
+        for (clock.now = 0; RandomInt(100, 0) != v; ++clock.now) {
+        }
+    };
+    auto board = FreshBoard(4); // nodes at rows and columns 1, 3, 5, 7, 9
+    const struct {
+        int v, row, col;
+        char direction;
+    } cases[] = {
+        {76, 5, 5, 'R'}, {75, 5, 5, 'L'}, {51, 5, 5, 'L'}, {50, 5, 5, 'U'},
+        {26, 5, 5, 'U'}, {25, 5, 5, 'D'}, {0, 5, 5, 'D'},  {99, 5, 9, 'L'},
+        {99, 5, 1, 'R'}, {75, 5, 1, 'U'}, {50, 1, 5, 'D'}, {99, 9, 1, 'R'},
+        {25, 9, 1, 0},
+    };
+    for (const auto& c : cases) {
+        drawing(c.v);
+        const Step step = ChooseStep(*board, c.row, c.col);
+        EXPECT_EQ(step.direction, c.direction) << "draw " << c.v << " at " << c.row << "," << c.col;
+        const int dRow = c.direction == 'U' ? -2 : c.direction == 'D' ? 2 : 0;
+        const int dCol = c.direction == 'L' ? -2 : c.direction == 'R' ? 2 : 0;
+        EXPECT_TRUE(step.row == c.row + dRow && step.col == c.col + dCol) << "draw " << c.v;
+    }
 }
 
 } // namespace
