@@ -38,40 +38,72 @@ struct ForwardingCanvas : Canvas {
     Canvas& to_;
 };
 
-// The main window as plain fields; every drawing lands in `canvas`, or in `target` when set.
+// The main window as plain fields that also records every request it gets, in order, as
+// text ("status:Incorrect Math", "indicator:0,200,0", "marker:810,1845,270", "hide-marker",
+// "timer:on", "busy:off", "board:enabled", "next-size:8", "next-direction:2", "ask:...").
+// Every drawing lands in `canvas`, or in `target` when set.
 class FakeHost : public PlayHost {
 public:
     std::string status, rowCaption, columnCaption;
     bool timer = false;
     NextPuzzle next{7, 1};
     std::string gridSizeCaption = "7x7", startSideCaption = "Left";
+    Colour indicator = 0;
+    bool markerShown = false;
     int answer = 6, asked = 0;
     DrawStyle style = TestStyle();
     RecordingCanvas canvas;
     Canvas* target = nullptr;
+    std::vector<std::string> requests;
 
-    void SetStatus(const std::string& text) override { status = text; }
+    // The requests of one kind ("status", "indicator", ...), values only, in order.
+    std::vector<std::string> Requests(const std::string& kind) const
+    {
+        std::vector<std::string> values;
+        for (const std::string& r : requests)
+            if (r == kind || r.rfind(kind + ":", 0) == 0)
+                values.push_back(r.size() > kind.size() ? r.substr(kind.size() + 1) : "");
+        return values;
+    }
+    static std::string ColourText(Colour c)
+    {
+        return std::to_string(c & 0xFF) + "," + std::to_string((c >> 8) & 0xFF) + "," + std::to_string((c >> 16) & 0xFF);
+    }
+
+    void SetStatus(const std::string& text) override { status = text, Note("status:" + text); }
     std::string Status() const override { return status; }
     void SetHoverCaptions(const std::string& r, const std::string& c) override { rowCaption = r, columnCaption = c; }
-    void SetIndicator(Colour) override {}
-    void SetCheckTimer(bool enabled) override { timer = enabled; }
+    void SetIndicator(Colour colour) override { indicator = colour, Note("indicator:" + ColourText(colour)); }
+    void SetCheckTimer(bool enabled) override { timer = enabled, Note(enabled ? "timer:on" : "timer:off"); }
     bool CheckTimerEnabled() const override { return timer; }
-    void ShowErrorMarker(int, int, int) override {}
-    void HideErrorMarker() override {}
-    void SetBusy(bool) override {}
-    void SetBoardEnabled(bool) override {}
+    void ShowErrorMarker(int left, int top, int size) override
+    {
+        markerShown = true;
+        Note("marker:" + std::to_string(left) + "," + std::to_string(top) + "," + std::to_string(size));
+    }
+    void HideErrorMarker() override { markerShown = false, Note("hide-marker"); }
+    void SetBusy(bool busy) override { Note(busy ? "busy:on" : "busy:off"); }
+    void SetBoardEnabled(bool enabled) override { Note(enabled ? "board:enabled" : "board:disabled"); }
     NextPuzzle Next() const override { return next; }
-    void SetNextGridSize(int size) override { next.GridSize = size, gridSizeCaption = GridSizeText(size); }
+    void SetNextGridSize(int size) override
+    {
+        next.GridSize = size, gridSizeCaption = GridSizeText(size);
+        Note("next-size:" + std::to_string(size));
+    }
     void SetNextPathDirection(int direction) override
     {
         next.PathDirection = direction;
         startSideCaption = StartSideCaption(direction);
+        Note("next-direction:" + std::to_string(direction));
     }
-    int Ask(const std::string&, const std::string&) override { return ++asked, answer; }
+    int Ask(const std::string& message, const std::string&) override { return Note("ask:" + message), ++asked, answer; }
     int PictureWidth() const override { return kPictureWidth; }
     std::unique_ptr<Canvas> OpenBoardCanvas() override { return std::make_unique<ForwardingCanvas>(target ? *target : canvas); }
     DrawStyle Style() const override { return style; }
-    void ApplyLayoutAndColours() override {}
+    void ApplyLayoutAndColours() override { Note("layout"); }
+
+private:
+    void Note(const std::string& request) { requests.push_back(request); }
 };
 
 // A board of the given size with the path straight along row 3 from column 1 to the last, the

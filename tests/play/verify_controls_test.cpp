@@ -2,6 +2,7 @@
 // new-puzzle button and the grid-size and start-side labels.
 #include "core/generator.h"
 #include "play/controls.h"
+#include "play/undo.h"
 #include "play_fixture.h"
 
 #include <gtest/gtest.h>
@@ -66,6 +67,94 @@ INSTANTIATE_TEST_SUITE_P(
         VerdictCase{"exact_path", [](Board& b) { for (int c = 1; c < 9; c += 2) Link(b, 3, c, 3, c + 2); },
                     "All Done !", 0, 0, 99}),
     [](const ::testing::TestParamInfo<VerdictCase>& info) { return std::string(info.param.name); });
+
+using Texts = std::vector<std::string>;
+
+// Holding Verify shows the verdict and marks the faulty link cell with a square a half pitch
+// wide, centred on it; releasing takes both away. Of several wrong links, the first met
+// reading the nodes row by row is the one reported.
+TEST(VerifyDisplay, MarksTheFirstWrongLinkWhileHeld)
+{
+    Board board;
+    MakeRowPuzzle(board, 4);
+    Digits(board, 7, 5, 8, 2, 7); // wrong, in the lower row
+    Digits(board, 5, 3, 9, 1, 5); // wrong, met first
+    Digits(board, 5, 7, 2, 2, 4); // right
+    FakeHost host;
+    VerifyPress(host, board);
+    const int q = board.QuarterPitch;
+    const std::string marker = std::to_string(board.CellX(5, 4) - q) + "," +
+                               std::to_string(board.CellY(5, 4) - q) + "," + std::to_string(2 * q);
+    EXPECT_EQ(host.requests, Texts({"hide-marker", "marker:" + marker, "status:Incorrect Math"}));
+    host.requests.clear();
+    VerifyRelease(host, board);
+    EXPECT_EQ(host.requests, Texts({"hide-marker", "status:"}));
+
+    // A structural fault has no link to mark.
+    Board loop;
+    MakeRowPuzzle(loop, 4);
+    Link(loop, 5, 5, 5, 7);
+    Link(loop, 5, 7, 7, 7);
+    Link(loop, 7, 5, 7, 7);
+    Link(loop, 5, 5, 7, 5);
+    host.requests.clear();
+    VerifyPress(host, loop);
+    EXPECT_EQ(host.requests, Texts({"hide-marker", "status:User links may be in a loop"}));
+}
+
+// Each tick of Timer2 sets the indicator green, then red on wrong arithmetic, a structural
+// fault, or the solved board (its status is not 0); a board merely unfinished stays green.
+TEST(VerifyDisplay, TimerTicksColourTheIndicator)
+{
+    const std::string green = FakeHost::ColourText(fixed::Green), red = FakeHost::ColourText(fixed::Red);
+    const struct {
+        const char* name;
+        std::function<void(Board&)> setUp;
+        Texts indicator;
+    } cases[] = {
+        {"unfinished", [](Board& b) { Link(b, 3, 1, 3, 3); }, {green}},
+        {"wrong", [](Board& b) { Digits(b, 7, 3, 8, 2, 7); }, {green, red}},
+        {"overused", [](Board& b) { Link(b, 5, 5, 5, 7); Link(b, 5, 5, 5, 3); Link(b, 5, 5, 7, 5); }, {green, red}},
+        {"solved", [](Board& b) { for (int c = 1; c < 9; c += 2) Link(b, 3, c, 3, c + 2); }, {green, red}},
+    };
+    for (const auto& c : cases) {
+        Board board;
+        MakeRowPuzzle(board, 4);
+        c.setUp(board);
+        FakeHost host;
+        Timer2Tick(host, board);
+        EXPECT_EQ(host.Requests("indicator"), c.indicator) << c.name;
+        EXPECT_TRUE(host.Requests("status").empty()) << c.name;
+    }
+    // Before the first puzzle the tick does nothing.
+    FakeHost host;
+    Timer2Tick(host, Board());
+    EXPECT_TRUE(host.requests.empty());
+}
+
+// A release on the board links, records, redraws and starts the timer; an undo takes the
+// indicator back to the background and clears the status line; a reset asks first and stops
+// the timer.
+TEST(PlayRequests, LinkUndoAndResetAskTheWindowInOrder)
+{
+    Board board;
+    MakeRowPuzzle(board, 4);
+    FakeHost host;
+    PlayState state;
+    ClickCell(host, board, state, 3, 2);
+    EXPECT_EQ(host.requests, Texts({"status:", "status:Use 1 and 1 to make 1", "timer:on"}));
+    host.requests.clear();
+    ClickCell(host, board, state, 3, 2);
+    EXPECT_EQ(host.requests, Texts({"status:", "status:Use 1 and 1 to make 1", "status:Lined already", "timer:on"}));
+    host.requests.clear();
+    UndoMove(host, board, state, 1);
+    EXPECT_EQ(host.requests, Texts({"indicator:" + FakeHost::ColourText(host.style.Background), "status:"}));
+    ClickCell(host, board, state, 3, 2);
+    host.requests.clear();
+    UndoMove(host, board, state, 2);
+    EXPECT_EQ(host.requests, Texts({"ask:Clear all user entries?", "timer:off",
+                                    "indicator:" + FakeHost::ColourText(host.style.Background), "status:"}));
+}
 
 TEST(NewPuzzle, BuildsFromTheNextSettingsOrARandomSizeAndKeepsTheHistory)
 {
