@@ -7,6 +7,7 @@
 #include "platform/qt_colour.h"
 #include "play/verify.h"
 #include "shell/config_file.h"
+#include "shell/options_form.h"
 #include "shell/schemes.h"
 
 #include <QAction>
@@ -14,10 +15,12 @@
 #include <QFontInfo>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QListWidget>
 #include <QMenuBar>
 #include <QPrinterInfo>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 using namespace tallyon;
 using namespace tallyon::testing;
@@ -285,18 +288,27 @@ void Form1Test::boardsOfEverySizeAndSchemeLookRight()
     }
 }
 
-// Options > Apply loads the scheme and presses Command2: every box button shows the new
-// control colour at once, before it is pressed.
+// Options > Apply with another scheme reaches the main window: every box button shows the
+// new control colour at once, before it is pressed.
 void Form1Test::applyRecoloursEveryButtonAtOnce()
 {
     Form1Fixture f("xp.col");
     const char* names[] = {"cmdnew", "cmdshowsol", "cmdhelp", "cmdverify", "undoman"};
     const QColor before = f.window.findChild<BoxControl*>("cmdnew")->grab().toImage().pixelColor(6, 6);
-    LoadSchemeAtStartup(f.state, "Slate.col");
-    f.state.settings.SchemeFile = "Slate.col";
+    // File > Options, the scheme "Slate" clicked, Apply, Close.
+    Form6* options = f.window.findChild<Form6*>();
+    QVERIFY(options);
+    f.state.PreviewSchemesFile = f.dir.path() + "/all.col";
+    QTimer::singleShot(0, options, [options] {
+        QListWidgetItem* slate = options->List1->findItems("Slate", Qt::MatchExactly).value(0);
+        QTest::mouseClick(options->List1->viewport(), Qt::LeftButton, {}, options->List1->visualItemRect(slate).center());
+        QTest::mouseClick(options->command1, Qt::LeftButton);
+        QTest::mouseClick(options->command2, Qt::LeftButton);
+    });
+    f.window.findChild<QAction*>("mnuopts")->trigger();
+    QCOMPARE(f.state.settings.SchemeFile, QString("Slate.col"));
     const QColor control = ToQColor(f.state.SchemeColours[kSchemeControl]);
     QVERIFY(control != before);
-    f.window.findChild<QPushButton*>("Command2")->click();
     for (const char* name : names) {
         const QImage face = f.window.findChild<BoxControl*>(name)->grab().toImage();
         QCOMPARE(face.pixelColor(6, 6), control);

@@ -4,6 +4,7 @@
 #include "shell/options_samples.h"
 #include "shell/schemes.h"
 #include "ui/box_control.h"
+#include "ui/col_pik.h"
 #include "ui/message_box.h"
 
 #include <QDir>
@@ -53,6 +54,7 @@ private slots:
     void printLine();
     void applyStoresPathDirectionAndKeepsShape();
     void schemePreviewAndApply();
+    void samplesLoadAndApplyEachToItsOwnSetting();
 
 private:
     QTemporaryDir schemesDir_;
@@ -151,6 +153,50 @@ void OptionsWindowTest::schemePreviewAndApply()
     form.show();
     f.Apply();
     QCOMPARE(f.state.settings.SchemeFile, QStringLiteral("Rose.col"));
+}
+
+// Activation shows each setting on its own sample; a swatch click with a colour picked
+// changes that sample alone; Apply stores each sample in its own setting, and the node shape.
+void OptionsWindowTest::samplesLoadAndApplyEachToItsOwnSetting()
+{
+    AppState state;
+    state.settings = FreshInstallSettings();
+    Settings& s = state.settings;
+    s.GridColour = RGB(11, 12, 13);
+    s.ShapeColour = RGB(21, 22, 23);
+    s.FontColour = RGB(31, 32, 33);
+    s.UserLineColour = RGB(41, 42, 43);
+    s.GridLineWidth = 4;
+    s.NodeShape = 1;
+    Form6 form(state);
+    form.show();
+    QCOMPARE(form.shape2->BorderColor(), RGB(11, 12, 13));
+    QCOMPARE(form.shape2->BorderWidth(), 4);
+    QCOMPARE(form.Shape1->FillColor(), RGB(21, 22, 23));
+    QCOMPARE(form.Label4->palette().color(QPalette::WindowText), QColor(31, 32, 33));
+    QCOMPARE(form.Shape3->FillColor(), RGB(41, 42, 43));
+    QVERIFY(form.Option1->isChecked() && !form.Option2->isChecked());
+
+    // Label1 fills the node sample, Label2 the grid line, Label3 the digits, Label5 the link.
+    const struct {
+        QLabel* swatch;
+        Colour colour;
+    } picks[] = {{form.Label1, RGB(120, 0, 0)}, {form.Label2, RGB(0, 120, 0)},
+                 {form.Label3, RGB(0, 0, 120)}, {form.Label5, RGB(120, 120, 0)}};
+    for (const auto& pick : picks) {
+        form.ColPik1->SetSelectedColour(pick.colour);
+        QTest::mouseClick(pick.swatch, Qt::LeftButton);
+    }
+    QTest::mouseClick(form.Label2, Qt::RightButton); // a wider grid line
+    ClickIndicator(form.Option2);                    // Circle
+    QTest::mouseClick(form.command1, Qt::LeftButton);
+    QCOMPARE(s.ShapeColour, RGB(120, 0, 0));
+    QCOMPARE(s.GridColour, RGB(0, 120, 0));
+    QCOMPARE(s.FontColour, RGB(0, 0, 120));
+    QCOMPARE(s.UserLineColour, RGB(120, 120, 0));
+    QCOMPARE(s.GridLineWidth, 5);
+    QCOMPARE(s.NodeShape, 2);
+    QVERIFY(form.grab().save(QStringLiteral(TALLYON_SCREENSHOT_DIR "/options_window_samples.png")));
 }
 
 QTEST_MAIN(OptionsWindowTest)
