@@ -17,6 +17,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <optional>
 #include <utility>
 
 namespace tallyon::testing {
@@ -40,15 +41,24 @@ inline QByteArray ConfigFor(const QString& scheme)
     return QByteArray(" 7  2  1  0  0  16777215  0  128  6\r\n") + scheme.toUtf8() + "\r\n";
 }
 
+// The bytes of tallyon.cfg at start-up; none for a missing file.
+struct ConfigBytes {
+    std::optional<QByteArray> bytes;
+};
+
 struct Form1Fixture {
-    explicit Form1Fixture(const QString& scheme = "xp.col") : window(state)
+    explicit Form1Fixture(const QString& scheme = "xp.col") : Form1Fixture(ConfigBytes{ConfigFor(scheme)}) {}
+
+    explicit Form1Fixture(const ConfigBytes& config) : window(state)
     {
         const QString root = dir.path() + "/";
         QFile::copy(QStringLiteral(TALLYON_DATA_DIR) + "/all.col", root + "all.col");
-        QFile cfg(root + "tallyon.cfg");
-        cfg.open(QIODevice::WriteOnly);
-        cfg.write(ConfigFor(scheme));
-        cfg.close();
+        if (config.bytes) {
+            QFile cfg(root + "tallyon.cfg");
+            cfg.open(QIODevice::WriteOnly);
+            cfg.write(*config.bytes);
+            cfg.close();
+        }
         initialConfig = ConfigText();
         state.AppDir = root;
         window.Start();

@@ -2,13 +2,13 @@
 // the solution, the small controls and the exit.
 #include "form1_driver.h"
 
+#include "core/generator.h"
 #include "output/board_picture.h"
 #include "output/print_job.h"
 #include "platform/qt_colour.h"
 #include "play/verify.h"
 #include "shell/config_file.h"
 #include "shell/options_form.h"
-#include "shell/schemes.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -42,6 +42,8 @@ private slots:
     void applyRecoloursEveryButtonAtOnce();
     void printAndClipboardUseTheBoardFont();
     void missingSchemeStartsInTheXpLook();
+    void startUpWithOddSettingFiles_data();
+    void startUpWithOddSettingFiles();
 };
 
 void Form1Test::startUpShowsEmptyBoardAndPrompt()
@@ -280,7 +282,7 @@ void Form1Test::boardsOfEverySizeAndSchemeLookRight()
             }
         }
     for (const char* scheme : {"xp.col", "Slate.col", "Contrast.col"}) {
-        Form1Fixture f(scheme);
+        Form1Fixture f{QString(scheme)};
         f.SetStartSide(1);
         f.NewPuzzle();
         f.LinkPath(9);
@@ -352,7 +354,7 @@ void Form1Test::printAndClipboardUseTheBoardFont()
 // on the window, the buttons and the menu bar, whose caption stays readable.
 void Form1Test::missingSchemeStartsInTheXpLook()
 {
-    Form1Fixture f("Gone.col");
+    Form1Fixture f(QString("Gone.col"));
     QCOMPARE(f.answers.calls.value(0),
              qMakePair(QString("Colour Scheme: Gone.col not found"), QString("vbok+vbcritical")));
     QCOMPARE(f.state.settings.SchemeFile, QString("xp.col"));
@@ -369,6 +371,53 @@ void Form1Test::missingSchemeStartsInTheXpLook()
         for (int x = 0; x < 40 && x < menu.width(); ++x)
             dark += menu.pixelColor(x, y).lightness() < 100 ? 1 : 0;
     QVERIFY(dark > 10);
+}
+
+void Form1Test::startUpWithOddSettingFiles_data()
+{
+    QTest::addColumn<std::optional<QByteArray>>("config");
+    QTest::addColumn<bool>("fresh");   // the message, then the fresh-install settings written
+    QTest::addColumn<QString>("size"); // Label4
+    QTest::addColumn<QString>("side"); // Label6
+    QTest::addColumn<int>("laidFrom"); // the side a new puzzle starts on, 0 for either
+    QTest::newRow("missing") << std::optional<QByteArray>() << true << "7x7" << "Random" << 0;
+    QTest::newRow("damaged") << std::optional<QByteArray>("7 2 x\r\n") << true << "7x7" << "Random" << 0;
+    QTest::newRow("size 3") << std::optional<QByteArray>(" 3 2 1 0 0 16777215 1 128 6\r\nxp.col\r\n") << false
+                            << "7x7" << "Left" << int(kSideLeft);
+    QTest::newRow("size 11") << std::optional<QByteArray>(" 11 2 1 0 0 16777215 2 128 6\r\nxp.col\r\n") << false
+                             << "7x7" << "Top" << int(kSideTop);
+    // Direction 3, set only by the options, keeps the label's own caption and lays from the left.
+    QTest::newRow("direction 3") << std::optional<QByteArray>(" 9 2 1 0 0 16777215 3 128 6\r\nxp.col\r\n") << false
+                                 << "9x9" << "Left" << int(kSideLeft);
+}
+
+void Form1Test::startUpWithOddSettingFiles()
+{
+    QFETCH(std::optional<QByteArray>, config);
+    QFETCH(bool, fresh);
+    QFETCH(QString, size);
+    QFETCH(QString, side);
+    QFETCH(int, laidFrom);
+    Form1Fixture f(ConfigBytes{config});
+    const QString path = f.dir.path() + "/tallyon.cfg";
+    if (fresh) {
+        QCOMPARE(f.answers.calls.value(0),
+                 qMakePair("Configuration file:\r\n" + path + "\r\ncould not be accessed, new file will be created",
+                           QString("vbok+vbinformation")));
+        QCOMPARE(f.ConfigText(), QString(" 7  2  1  0  0  16777215  0  128  6\r\nxp.col\r\n"));
+    } else {
+        QVERIFY(f.answers.calls.isEmpty());
+    }
+    QCOMPARE(f.label("Label4")->text(), size);
+    QCOMPARE(f.label("Label6")->text(), side);
+    QCOMPARE(f.label("Label7")->text(), QString("Click Create New Puzzle to create a new puzzle"));
+    f.NewPuzzle();
+    const Board& b = f.window.board();
+    QCOMPARE(QString::fromStdString(GridSizeText(b.GridSize)), size);
+    if (laidFrom == kSideLeft)
+        QCOMPARE(b.CellCol[b.StartNode], 1);
+    if (laidFrom == kSideTop)
+        QCOMPARE(b.CellRow[b.StartNode], 1);
 }
 
 QTEST_MAIN(Form1Test)
