@@ -137,6 +137,7 @@ void Form1::BuildControls()
     Command2->setObjectName("Command2");
     Command2->hide();
 
+    Timer2.setParent(this); // found by name, like the window's controls
     Timer2.setObjectName("Timer2");
     Timer2.setInterval(2000);
     Timer1.setObjectName("Timer1"); // drives nothing

@@ -15,7 +15,9 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QTemporaryDir>
+#include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include <optional>
 #include <utility>
@@ -167,8 +169,18 @@ struct Form1Fixture {
     }
 
     QColor IndicatorColour() { return label("Label8")->palette().color(QPalette::Window); }
-    // Waits for the periodic check's next tick.
-    void Tick() { QTest::qWait(2150); }
+    // Runs the periodic check's next tick now: Timer2 must be running every 2000 ms; it is
+    // fired at once and then set back to its interval.
+    void Tick()
+    {
+        QTimer* timer = window.findChild<QTimer*>("Timer2");
+        QVERIFY(timer && timer->isActive());
+        QCOMPARE(timer->interval(), 2000);
+        QSignalSpy ticked(timer, &QTimer::timeout);
+        timer->start(0);
+        QVERIFY(ticked.wait(1000));
+        timer->start(2000);
+    }
     QImage BoardImage() { return picture()->Image(); }
     void Shot(const QString& name)
     {
