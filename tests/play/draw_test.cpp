@@ -1,5 +1,5 @@
 // Board drawing: geometry and draw order on the recording canvas, and pictures painted with Qt
-// at screen resolution, saved as screenshots for review.
+// at screen resolution, checked by their pixels and saved as screenshots for review.
 #include "play/draw.h"
 
 #include "platform/qpainter_canvas.h"
@@ -136,10 +136,17 @@ void Render(const char* name, const std::string& size, const std::string& side, 
 
 TEST(Render, FreshInstallBoardWithLinksAndASolutionFromTheTop)
 {
-    Render("play_board_fresh_7.png", "7", "1", [](FakeHost& host, Board& board, PlayState& state, const QImage&) {
+    Render("play_board_fresh_7.png", "7", "1", [](FakeHost& host, Board& board, PlayState& state, const QImage& image) {
         for (std::size_t i = 1; i < board.List2.size() && i < 12; i += 2) {
             const int cell = std::stoi(board.List2[i]);
             ClickCell(host, board, state, board.CellRow[cell], board.CellCol[cell]);
+        }
+        // A quarter of the way along each link made, the line shows in the link colour.
+        for (std::size_t i = 0; i + 2 < board.List2.size() && i < 12; i += 2) {
+            const int from = std::stoi(board.List2[i]), to = std::stoi(board.List2[i + 2]);
+            const int x = (3 * board.CellX(board.CellRow[from], board.CellCol[from]) + board.CellX(board.CellRow[to], board.CellCol[to])) / 4;
+            const int y = (3 * board.CellY(board.CellRow[from], board.CellCol[from]) + board.CellY(board.CellRow[to], board.CellCol[to])) / 4;
+            EXPECT_EQ(image.pixelColor(x / kTwipsPerPixel, y / kTwipsPerPixel), QColor(128, 0, 0)) << "link " << i / 2;
         }
     });
     Render("play_solution_top_10.png", "10", "2", [](FakeHost& host, Board& board, PlayState&, const QImage&) {

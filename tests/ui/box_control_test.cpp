@@ -150,7 +150,19 @@ void BoxControlTest::schemeScreenshots()
     QVERIFY(QTest::qWaitForWindowExposed(&sheet));
     for (BoxControl* box : verify)
         QTest::mousePress(box, Qt::LeftButton, {}, QPoint(60, 16));
-    tallyon::test::SaveShot(sheet.grab(), "box_control_schemes");
+    const QPixmap shot = sheet.grab();
+    tallyon::test::SaveShot(shot, "box_control_schemes");
+    // Each face shows its row's control colour near its left edge, held or not, and the held
+    // one looks different from the one that is not.
+    const QImage image = shot.toImage();
+    const qreal dpr = shot.devicePixelRatio();
+    for (int r = 0; r < 3; ++r) {
+        const int y = int((r * 50 + 8 + 4) * dpr);
+        for (int b = 0; b < 2; ++b)
+            QCOMPARE(image.pixelColor(int((10 + 140 * b + 6) * dpr), y), ToQColor(schemes[r][1]));
+        const QImage up = verify[r]->grab().toImage(), down = sheet.findChildren<BoxControl*>()[2 * r]->grab().toImage();
+        QVERIFY(up != down);
+    }
     for (BoxControl* box : verify)
         QTest::mouseRelease(box, Qt::LeftButton, {}, QPoint(60, 16));
 }

@@ -57,6 +57,11 @@ void ColPikTest::screenshot()
     QVERIFY(QTest::qWaitForWindowExposed(&picker));
     QCOMPARE(picker.size(), QSize(300, 150));
     tallyon::test::SaveShot(picker.grab(), "col_pik");
+    // The preview shows the selected colour; the picker's ground is the back colour.
+    const QImage preview = picker.Preview()->grab().toImage();
+    QCOMPARE(preview.pixelColor(preview.width() / 2, preview.height() / 2), QColor(20, 120, 200));
+    const QImage whole = picker.grab().toImage();
+    QCOMPARE(whole.pixelColor(1, whole.height() - 2), QColor(236, 233, 216));
 }
 
 QTEST_MAIN(ColPikTest)

@@ -1,4 +1,5 @@
 // The message box: style grammar, choosing by mouse and keys, Result, layout, screenshots.
+#include "platform/qt_colour.h"
 #include "ui/message_box.h"
 #include "ui/msg_form.h"
 #include "kit_test_support.h"
@@ -182,7 +183,18 @@ void MsgFormTest::screenshots()
     };
     for (const auto& shot : shots)
         ShowAnd(shot.message, shot.style, [&](MsgForm& form) {
-            tallyon::test::SaveShot(form.grab(), shot.name);
+            const QPixmap picture = form.grab();
+            tallyon::test::SaveShot(picture, shot.name);
+            // The box's own ground in its corner, and its icon drawn in the icon's place.
+            const QImage image = picture.toImage();
+            const QColor ground = ToQColor(form.BackColour());
+            QCOMPARE(image.pixelColor(2, image.height() - 2), ground);
+            int inked = 0;
+            const QRect icon = form.icons[0]->geometry().united(form.icons[4]->geometry());
+            for (int y = icon.top(); y <= icon.bottom(); ++y)
+                for (int x = icon.left(); x <= icon.right(); ++x)
+                    inked += image.pixelColor(int(x * picture.devicePixelRatio()), int(y * picture.devicePixelRatio())) != ground;
+            QVERIFY2(inked > icon.width() * icon.height() / 10, shot.name);
             QTest::mouseClick(form.cmd[0], Qt::LeftButton);
         });
 
@@ -206,6 +218,15 @@ void MsgFormTest::screenshots()
     }
     painter.end();
     tallyon::test::SaveShot(sheet, "msg_icon_sheet");
+    // Every icon puts ink in its cell, large and small.
+    const QImage image = sheet.toImage();
+    for (int i = 0; i < kMessageIconCount; ++i) {
+        int large = 0, small = 0;
+        for (int y = 0; y < 208; ++y)
+            for (int x = i * 104; x < i * 104 + 104; ++x)
+                (y < 104 ? large : small) += image.pixelColor(x, y) != QColor(Qt::white);
+        QVERIFY2(large > 500 && small > 100, qPrintable(QString("icon %1").arg(i)));
+    }
 }
 
 QTEST_MAIN(MsgFormTest)

@@ -266,18 +266,54 @@ void Form1Test::closeBoxLeavesConfigUnchanged()
     QVERIFY(f.answers.calls.isEmpty());
 }
 
+namespace {
+
+// The board picture's pixels around a point given in twips, within a square `half` twips
+// from it, that are close to the colour.
+int PixelsNear(const QImage& image, int x, int y, int half, QColor colour)
+{
+    const double scale = image.devicePixelRatio() / kTwipsPerPixel;
+    int count = 0;
+    for (int py = int((y - half) * scale); py <= int((y + half) * scale); ++py)
+        for (int px = int((x - half) * scale); px <= int((x + half) * scale); ++px) {
+            const QColor c = image.pixelColor(px, py);
+            count += std::abs(c.red() - colour.red()) + std::abs(c.green() - colour.green()) +
+                     std::abs(c.blue() - colour.blue()) < 60;
+        }
+    return count;
+}
+
+} // namespace
+
+// At every size and from both sides the "X"s sit outside the board beside Start and End;
+// in every scheme the ground is the scheme's and the player's links show in the link colour.
 void Form1Test::boardsOfEverySizeAndSchemeLookRight()
 {
+    const QColor red(240, 0, 0);
     for (int size : {4, 7, 10})
         for (int side : {1, 2}) {
             Form1Fixture f;
             f.SetGridSize(size);
             f.SetStartSide(side);
             f.NewPuzzle();
-            QCOMPARE(f.window.board().GridSize, size);
+            const Board& b = f.window.board();
+            QCOMPARE(b.GridSize, size);
             f.Shot(QString("form1-puzzle-%1x%1-%2").arg(size).arg(side == 1 ? "left" : "top"));
+            const QImage image = f.BoardImage();
+            const int sx = b.CellX(b.CellRow[b.StartNode], b.CellCol[b.StartNode]);
+            const int sy = b.CellY(b.CellRow[b.StartNode], b.CellCol[b.StartNode]);
+            const int ex = b.CellX(b.CellRow[b.EndNode], b.CellCol[b.EndNode]);
+            const int ey = b.CellY(b.CellRow[b.EndNode], b.CellCol[b.EndNode]);
+            const int away = b.CellPitch, half = b.CellPitch / 3;
+            if (side == 1) {
+                QVERIFY(PixelsNear(image, sx - away, sy, half, red) > 5 && PixelsNear(image, ex + away, ey, half, red) > 5);
+                QCOMPARE(PixelsNear(image, sx, sy - away, half, red), 0);
+            } else {
+                QVERIFY(PixelsNear(image, sx, sy - away, half, red) > 5 && PixelsNear(image, ex, ey + away, half, red) > 5);
+                QCOMPARE(PixelsNear(image, sx - away, sy, half, red), 0);
+            }
             if (size == 7 && side == 1) {
-                f.LinkPath(f.window.board().List2.size() / 2);
+                f.LinkPath(b.List2.size() / 2);
                 f.Shot("form1-half-built-path");
             }
         }
@@ -287,6 +323,14 @@ void Form1Test::boardsOfEverySizeAndSchemeLookRight()
         f.NewPuzzle();
         f.LinkPath(9);
         f.Shot("form1-scheme-" + QString(scheme).chopped(4));
+        const Board& b = f.window.board();
+        const QImage image = f.BoardImage();
+        QCOMPARE(image.pixelColor(1, 1), ToQColor(f.state.SchemeColours[kSchemeBackground]));
+        // A quarter of the way along the first link, clear of its digits.
+        const int from = std::stoi(b.List2[0]), to = std::stoi(b.List2[2]);
+        const int x = (3 * b.CellX(b.CellRow[from], b.CellCol[from]) + b.CellX(b.CellRow[to], b.CellCol[to])) / 4;
+        const int y = (3 * b.CellY(b.CellRow[from], b.CellCol[from]) + b.CellY(b.CellRow[to], b.CellCol[to])) / 4;
+        QVERIFY(PixelsNear(image, x, y, 15, QColor(128, 0, 0)) > 0);
     }
 }
 
