@@ -80,13 +80,6 @@ private slots:
         QVERIFY(QDir::setCurrent(QDir::tempPath()));
     }
 
-    void menuBarRule()
-    {
-        QVERIFY(SchemeColoursMenu("xp.col"));
-        QVERIFY(!SchemeColoursMenu("mydefault.col"));
-        QVERIFY(!SchemeColoursMenu("MyDeFaUlT.col"));
-    }
-
     // A missing schemes file ends the program with code 1, a message box and a line on stderr.
     void missingSchemesFileIsFatal()
     {

@@ -1,7 +1,6 @@
 // Tests of the instructions text, the help window Form4 and the about window AboutForm.
 #include "shell/about_form.h"
 #include "shell/help_form.h"
-#include "shell/instructions.h"
 
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -40,23 +39,10 @@ void FollowAnchor(Form4& form, const QString& anchor)
 class HelpAboutTest : public QObject {
     Q_OBJECT
 private slots:
-    void instructionsHaveOneEmptyLine();
     void backForwardOnlyInsidePage();
-    void aboutTextLines();
     void aboutClosesOn_data();
     void aboutClosesOn();
 };
-
-void HelpAboutTest::instructionsHaveOneEmptyLine()
-{
-    QStringList lines = InstructionText().split(QStringLiteral("\r\n"));
-    QCOMPARE(lines.takeLast(), QString());     // ends with CR LF
-    QCOMPARE(lines.size(), 12);
-    QCOMPARE(lines.count(QString()), 1);
-    QCOMPARE(lines[7], QStringLiteral("* Click Verify button to check the solution"));
-    QCOMPARE(lines[8], QString());
-    QCOMPARE(lines[9], QStringLiteral("* Puzzle is solved when Start and End nodes are linked"));
-}
 
 void HelpAboutTest::backForwardOnlyInsidePage()
 {
@@ -91,23 +77,6 @@ void HelpAboutTest::backForwardOnlyInsidePage()
 
     form.Command3->click();
     QVERIFY(!form.isVisible());
-}
-
-void HelpAboutTest::aboutTextLines()
-{
-    const QStringList expected = {
-        QString(),
-        QStringLiteral("Tallyon - November 2026"),
-        QStringLiteral("Draw a path from Start to End using mathematical"),
-        QStringLiteral("operations on given numbers"),
-        QString(),
-        QStringLiteral("Contact: see README"),
-        QString(),
-        QStringLiteral("This progam is free to use and distribute as supplied"),
-        QStringLiteral("for NON COMMERCIAL USE ONLY"),
-        QStringLiteral("NO warranties whatsoever"),
-    };
-    QCOMPARE(AboutTextFor(QStringLiteral("November 2026"), QString()).split(QStringLiteral("\r\n")), expected);
 }
 
 void HelpAboutTest::aboutClosesOn_data()
