@@ -1,4 +1,4 @@
-// Tests of the instructions text, the help window Form4 and the about window AboutForm.
+// Tests of the help window Form4 and the about window AboutForm.
 #include "shell/about_form.h"
 #include "shell/help_form.h"
 
