@@ -13,19 +13,18 @@ trap 'kill "$PID" 2>/dev/null || true; rm -rf "$APP" "$WORK"; stop_xvfb' EXIT
 printf ' 7  2  1  0  0  16777215  1  128  6\r\nxp.col\r\n' > "$APP/tallyon.cfg"
 "$APP/tallyon" & PID=$!
 WIN="$(wait_window Tallyon)"
-sleep 0.3
-xdotool mousemove --window "$WIN" 674 57 click 1   # New Puzzle
-sleep 1
+wait_pixel "$WIN" 2 2 "0,0,0" not
+new_puzzle "$WIN"
 
 # File > Copy to Clipboard > Puzzle, then > Solution (the submenu opens on its first item).
 copy_from_menu() {
-  xdotool mousemove --window "$WIN" 20 8 click 1
-  sleep 0.3
+  local menus
+  open_file_menu "$WIN"
+  menus="$(window_count)"
   xdotool key Down Down Down Right
-  sleep 0.2
+  for _ in $(seq 100); do [ "$(window_count)" -gt "$menus" ] && break; sleep 0.05; done
   [ "$1" = solution ] && xdotool key Down
   xdotool key Return
-  sleep 0.5
 }
 read_clipboard() {
   for _ in $(seq 40); do
@@ -35,10 +34,15 @@ read_clipboard() {
   fail "no picture on the clipboard"
 }
 
+xclip -selection clipboard -i /dev/null 2>/dev/null || true
 copy_from_menu puzzle
 read_clipboard "$WORK/puzzle.png"
 copy_from_menu solution
-read_clipboard "$WORK/solution.png"
+for _ in $(seq 40); do   # until the clipboard holds the new picture
+  read_clipboard "$WORK/solution.png"
+  cmp -s "$WORK/puzzle.png" "$WORK/solution.png" || break
+  sleep 0.1
+done
 cp "$WORK/puzzle.png" "$SHOTS/e2e-clipboard-puzzle.png"
 cp "$WORK/solution.png" "$SHOTS/e2e-clipboard-solution.png"
 

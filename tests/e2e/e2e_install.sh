@@ -62,13 +62,11 @@ start_installed() {
 # File > Exit, "Exit?" answered Yes; the program must end.
 exit_program() {
   local win="$1" ask
-  xdotool mousemove --window "$win" 20 8 click 1
-  sleep 0.4
+  open_file_menu "$win"
   xdotool key Up Return
   ask="$(wait_window Message)"
   press_return "$ask"
-  for _ in $(seq 100); do kill -0 "$PID" 2>/dev/null || break; sleep 0.05; done
-  kill -0 "$PID" 2>/dev/null && fail "the program did not end after Exit"
+  wait_ended
   PID=""
 }
 
@@ -91,11 +89,9 @@ wait_gone Message
 [ -e "$PREFIX/bin/tallyon.cfg" ] && fail "tallyon.cfg was written beside the link"
 WIN="$(wait_window Tallyon)"
 xprop -id "$WIN" _NET_WM_ICON | grep -q '_NET_WM_ICON(CARDINAL) = ' || fail "the window has no icon"
-sleep 0.3
-xdotool mousemove --window "$WIN" 674 57 click 1   # New Puzzle
-sleep 1
+wait_pixel "$WIN" 2 2 "0,0,0" not
+new_puzzle "$WIN"
 xdotool mousemove --window "$WIN" 627 320 click 1  # grid size 7x7 -> 8x8
-sleep 0.3
 import -window "$WIN" "$SHOTS/e2e-install-first-run.png"
 exit_program "$WIN"
 [ "$(saved_settings)" = "8 xp.col" ] || fail "first exit saved '$(saved_settings)'"
@@ -104,7 +100,7 @@ head -n1 "$CFG" | grep -q $'\r$' || fail "tallyon.cfg lines do not end in CR LF"
 # Second run: the file is read back silently and its settings are kept.
 start_installed
 WIN="$(wait_window Tallyon)"
-sleep 0.5
+wait_pixel "$WIN" 2 2 "0,0,0" not   # drawn: the start-up, message included, is over
 xdotool search --onlyvisible --name '^Message$' >/dev/null 2>&1 \
   && fail "the configuration message came again on the second start"
 import -window "$WIN" "$SHOTS/e2e-install-second-run.png"

@@ -84,6 +84,48 @@ check_on_top() {
   [ "$focus" = "$win" ] || fail "window $win does not have the keyboard focus (focus: $focus)"
 }
 
+# Polls until pixel (x, y) of a window shows the colour "r,g,b", or with "not" until it
+# shows another; fails naming what it saw.
+wait_pixel() {
+  local win="$1" x="$2" y="$3" want="$4" negate="${5:-}" got=""
+  for _ in $(seq 100); do
+    got="$(pixel "$win" "$x" "$y")"
+    if [ -z "$negate" ]; then [ "$got" = "$want" ] && return 0; else [ "$got" != "$want" ] && return 0; fi
+    sleep 0.05
+  done
+  fail "pixel ($x, $y) of window $win shows $got, waiting for ${negate:+not }$want"
+}
+
+# The number of visible windows of the program: a menu opening adds one.
+window_count() { xdotool search --onlyvisible --pid "$PID" 2>/dev/null | wc -l; }
+
+# Clicks the window's File menu and waits until it is open.
+open_file_menu() {
+  local win="$1" before
+  before="$(window_count)"
+  xdotool mousemove --window "$win" 20 8 click 1
+  for _ in $(seq 100); do
+    [ "$(window_count)" -gt "$before" ] && return 0
+    sleep 0.05
+  done
+  fail "the File menu did not open"
+}
+
+# Clicks New Puzzle and waits until the top left node is drawn where the empty grid showed
+# its ground, just inside that node.
+new_puzzle() {
+  local win="$1" empty
+  empty="$(pixel "$win" 63 82)"
+  xdotool mousemove --window "$win" 674 57 click 1
+  wait_pixel "$win" 63 82 "$empty" not # the whole board comes in one paint
+}
+
+# Waits until the program has ended.
+wait_ended() {
+  for _ in $(seq 100); do kill -0 "$PID" 2>/dev/null || return 0; sleep 0.05; done
+  fail "the program did not end"
+}
+
 # Focuses a window and types Return (events sent to a window directly are ignored by Qt).
 press_return() {
   xdotool windowfocus --sync "$1" 2>/dev/null || xdotool windowfocus "$1"
