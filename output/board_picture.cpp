@@ -207,10 +207,14 @@ PictureExtent MeasureBoardPicture(const Board& board, Canvas& canvas, const Outp
 }
 
 void DrawBoardWithLineWidth(Canvas& canvas, const Board& board, int left, int top, int mode,
-                            const OutputOptions& options, int lineWidth)
+                            const OutputOptions& options, int lineWidth, double penUnitsPerTwip)
 {
     const Pass p{canvas, board, options, double(left), double(top), OutputPitch(board),
                  BoardFont(board, options)};
+    // A width from the settings file may be anything: a pen wider than a cell pitch draws the
+    // board no differently, and so bounded it can be multiplied without overflow.
+    const int pitchInPenUnits = std::max(1, Round(p.pitch * penUnitsPerTwip));
+    lineWidth = std::clamp(lineWidth, 1, pitchInPenUnits);
     DrawGrid(p, lineWidth);
     if (mode == kSolutionMode)
         DrawPath(p, lineWidth);
@@ -223,7 +227,8 @@ void DrawBoardWithLineWidth(Canvas& canvas, const Board& board, int left, int to
 void PrintBoard(Canvas& canvas, const Board& board, int left, int top, int mode,
                 const OutputOptions& options)
 {
-    DrawBoardWithLineWidth(canvas, board, left, top, mode, options, options.PrintLineWidth);
+    DrawBoardWithLineWidth(canvas, board, left, top, mode, options, options.PrintLineWidth,
+                           kPrinterPenUnitsPerInch / kTwipsPerInch);
 }
 
 QImage DrawBoardPicture(const Board& board, int mode, const OutputOptions& options)
@@ -248,7 +253,8 @@ QImage DrawBoardPicture(const Board& board, int mode, const OutputOptions& optio
         QPainter painter(&image);
         QPainterCanvas canvas(painter);
         canvas.Clear(kWhite);
-        DrawBoardWithLineWidth(canvas, board, e.margin, e.margin, mode, options, options.GridLineWidth);
+        DrawBoardWithLineWidth(canvas, board, e.margin, e.margin, mode, options, options.GridLineWidth,
+                               1.0 / kTwipsPerPixel);
     }
     QImage trimmed = image.copy(0, 0, std::min(image.width(), toPixels(trimWidth)),
                                 std::min(image.height(), toPixels(trimHeight)));

@@ -55,9 +55,14 @@ PictureExtent MeasureBoardPicture(const Board& board, Canvas& canvas, const Outp
 void PrintBoard(Canvas& canvas, const Board& board, int left, int top, int mode,
                 const OutputOptions& options);
 
-// The same board drawn with grid lines GridLineWidth wide; used for the clipboard picture.
+// The printer's pen unit: PrintLineWidth counts in 1/600 inch.
+inline constexpr double kPrinterPenUnitsPerInch = 600.0;
+
+// The same board drawn with grid lines lineWidth pen units wide, penUnitsPerTwip of them in a
+// twip; used for the clipboard picture (pen units of screen pixels). The width drawn is
+// bounded by a cell pitch.
 void DrawBoardWithLineWidth(Canvas& canvas, const Board& board, int left, int top, int mode,
-                            const OutputOptions& options, int lineWidth);
+                            const OutputOptions& options, int lineWidth, double penUnitsPerTwip);
 
 // The clipboard picture: a white image of Picture1's size at the options' device pixel
 // ratio, the board drawn at the margin, trimmed to the board, its margin and the footer.

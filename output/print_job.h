@@ -19,7 +19,6 @@ class QPrinter;
 
 namespace tallyon {
 
-inline constexpr double kPrinterPenUnitsPerInch = 600.0;
 inline constexpr char kPrintFileName[] = "tallyon-print.pdf";
 
 // Where each board lies on the page, in twips from the printable area's top-left corner.

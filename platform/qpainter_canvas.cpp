@@ -37,9 +37,18 @@ void QPainterCanvas::Clear(Colour background)
     painter_.fillRect(all, ToQColor(background));
 }
 
+double QPainterCanvas::PenOnDevice(int penWidth) const
+{
+    // A pen wider than the surface paints the same as one as wide as it; bounding it keeps a
+    // damaged setting from asking for a huge cached circle.
+    const QPaintDevice* device = painter_.device();
+    const double widest = device ? std::max(1, std::max(device->width(), device->height())) : 1.0;
+    return std::min(std::max(1, penWidth) * penUnit_, widest);
+}
+
 void QPainterCanvas::Line(int x1, int y1, int x2, int y2, Colour colour, int penWidth)
 {
-    QPen pen(ToQColor(colour), std::max(1, penWidth) * penUnit_, Qt::SolidLine, Qt::RoundCap);
+    QPen pen(ToQColor(colour), PenOnDevice(penWidth), Qt::SolidLine, Qt::RoundCap);
     painter_.setPen(pen);
     // Lines along an axis stay crisp (and cheap) without antialiasing; slanted ones need it.
     painter_.setRenderHint(QPainter::Antialiasing, x1 != x2 && y1 != y2);
@@ -48,7 +57,7 @@ void QPainterCanvas::Line(int x1, int y1, int x2, int y2, Colour colour, int pen
 
 void QPainterCanvas::Box(int x1, int y1, int x2, int y2, Colour colour, int penWidth)
 {
-    QPen pen(ToQColor(colour), std::max(1, penWidth) * penUnit_, Qt::SolidLine, Qt::SquareCap,
+    QPen pen(ToQColor(colour), PenOnDevice(penWidth), Qt::SolidLine, Qt::SquareCap,
              Qt::MiterJoin);
     painter_.setRenderHint(QPainter::Antialiasing, false);
     painter_.setPen(pen);
@@ -77,7 +86,7 @@ void QPainterCanvas::Circle(int cx, int cy, int radius, Colour outline, int penW
                             std::optional<Colour> fill)
 {
     const double r = ToDevice(radius);
-    const double pen = std::max(1, penWidth) * penUnit_;
+    const double pen = PenOnDevice(penWidth);
     const QPointF centre(ToDevice(cx), ToDevice(cy));
     const int type = painter_.device()->devType();
     if (type != QInternal::Image && type != QInternal::Pixmap) {

@@ -37,6 +37,9 @@ public:
 
 private:
     double ToDevice(int twips) const;
+    // A pen width in pen units as drawn on the device: at least one unit, at most the size of
+    // the surface.
+    double PenOnDevice(int penWidth) const;
     // The QFont of a FontSpec; the last one is kept, with the laid-out texts drawn in it, so that
     // runs of text in one font (a board's digits) are not set up anew for every call.
     const QFont& FontFor(const FontSpec& wanted);

@@ -3,6 +3,7 @@
 
 #include "play/play_text.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -11,6 +12,14 @@ namespace {
 
 // A round node is a little wider than a square one so that its digit fits inside.
 int NodeRadius(const Board& board) { return RoundHalfEven(1.1 * board.CellBase); }
+
+// The grid pen drawn for the GridLineWidth setting, which a damaged file may set to anything:
+// at least 1, and no wider than a cell pitch, since a wider pen shows the board no
+// differently. Kept small, it can be multiplied without overflow.
+int LinePen(const Board& board, const DrawStyle& style)
+{
+    return std::clamp(style.GridLineWidth, 1, std::max(1, board.CellPitch / kTwipsPerPixel));
+}
 
 // Draws cells with one font, measuring each digit once.
 class CellPainter {
@@ -40,12 +49,12 @@ private:
         const int x = board_.CellX(row, col);
         const int y = board_.CellY(row, col);
         if (style_.NodeShape == 2) {
-            canvas_.Circle(x, y, NodeRadius(board_), fore, style_.GridLineWidth, fill);
+            canvas_.Circle(x, y, NodeRadius(board_), fore, LinePen(board_, style_), fill);
             return;
         }
         const int q = board_.QuarterPitch;
         canvas_.FilledBox(x - q, y - q, x + q, y + q, fill);
-        canvas_.Box(x - q, y - q, x + q, y + q, fore, style_.GridLineWidth);
+        canvas_.Box(x - q, y - q, x + q, y + q, fore, LinePen(board_, style_));
     }
 
     // Blanks the grid line under a link cell's digit.
@@ -172,8 +181,8 @@ void DrawGrid(Canvas& canvas, const Board& board, const DrawStyle& style)
     const int left = NodeX(board, 1), right = NodeX(board, span);
     const int top = NodeY(board, 1), bottom = NodeY(board, span);
     for (int k = 1; k <= span; k += 2) {
-        canvas.Line(left, NodeY(board, k), right, NodeY(board, k), style.GridColour, style.GridLineWidth);
-        canvas.Line(NodeX(board, k), top, NodeX(board, k), bottom, style.GridColour, style.GridLineWidth);
+        canvas.Line(left, NodeY(board, k), right, NodeY(board, k), style.GridColour, LinePen(board, style));
+        canvas.Line(NodeX(board, k), top, NodeX(board, k), bottom, style.GridColour, LinePen(board, style));
     }
 }
 
@@ -198,13 +207,13 @@ void DrawLink(Canvas& canvas, const Board& board, const DrawStyle& style, int va
 {
     const int x1 = board.CellX(rowA, colA), y1 = board.CellY(rowA, colA);
     const int x2 = board.CellX(rowB, colB), y2 = board.CellY(rowB, colB);
-    const int wide = 3 * style.GridLineWidth;
+    const int wide = 3 * LinePen(board, style);
     if (value == 1) {
         canvas.Line(x1, y1, x2, y2, style.UserLineColour, wide);
         return;
     }
     canvas.Line(x1, y1, x2, y2, style.Background, wide);
-    canvas.Line(x1, y1, x2, y2, style.GridColour, style.GridLineWidth);
+    canvas.Line(x1, y1, x2, y2, style.GridColour, LinePen(board, style));
 }
 
 void DrawMarks(Canvas& canvas, const Board& board, const DrawStyle& style)

@@ -165,7 +165,7 @@ QStringList FormatConfig(const Settings& s)
 bool ReadConfig(AppState& state)
 {
     const QString path = ConfigFilePath(state);
-    if (const auto bytes = ReadFileBytes(path)) {
+    if (const auto bytes = ReadFileBytes(path, kMaxSettingsFileBytes)) {
         if (const auto settings = ParseConfig(*bytes)) {
             state.settings = *settings;
             return true;

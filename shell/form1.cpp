@@ -239,9 +239,10 @@ void Form1::Start()
     settings.ShapeColour = Picture1->BackColour();
     ReadConfig(state_);
 
-    const std::optional<QStringList> schemes = ListSchemes(state_);
+    FileProblem problem = FileProblem::None;
+    const std::optional<QStringList> schemes = ListSchemes(state_, &problem);
     if (!schemes)
-        FailMissingSchemes(SchemesFilePath(state_));
+        FailMissingSchemes(SchemesFilePath(state_), problem);
     form6_ = new Form6(state_, this);
     form6_->List1->addItems(*schemes);
     connect(form6_, &Form6::RefreshMainWindow, Command2, &QPushButton::click);

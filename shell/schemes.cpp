@@ -46,7 +46,7 @@ Colour FillFromBlock(const QStringList& lines, qsizetype first, SchemeTable& tab
 
 SchemeLoad LoadFromFile(const QString& path, const QString& name, SchemeTable& table)
 {
-    const auto lines = ReadTextLines(path);
+    const auto lines = ReadTextLines(path, kMaxSchemesFileBytes);
     if (!lines)
         return {};
     const qsizetype header = lines->indexOf(name);
@@ -85,21 +85,36 @@ QStringList SchemeNamesIn(const QStringList& lines)
     return names;
 }
 
-std::optional<QStringList> ListSchemes(const AppState& state)
+std::optional<QStringList> ListSchemes(const AppState& state, FileProblem* problem)
 {
-    const auto lines = ReadTextLines(SchemesFilePath(state));
+    const auto lines = ReadTextLines(SchemesFilePath(state), kMaxSchemesFileBytes, problem);
     if (!lines)
         return std::nullopt;
     return SchemeNamesIn(*lines);
 }
 
-void FailMissingSchemes(const QString& path)
+namespace {
+
+QString ProblemText(FileProblem problem)
 {
-    std::fprintf(stderr, "Tallyon: colour schemes file not found: %s\n",
+    switch (problem) {
+    case FileProblem::NotAFile: return QStringLiteral("is not a regular file");
+    case FileProblem::TooBig: return QStringLiteral("is too large (over %1 MB)").arg(kMaxSchemesFileBytes >> 20);
+    case FileProblem::Unreadable: return QStringLiteral("could not be read");
+    default: return QStringLiteral("not found");
+    }
+}
+
+} // namespace
+
+void FailMissingSchemes(const QString& path, FileProblem problem)
+{
+    const QString why = ProblemText(problem);
+    std::fprintf(stderr, "Tallyon: colour schemes file %s: %s\n", why.toLocal8Bit().constData(),
                  path.toLocal8Bit().constData());
     std::fflush(stderr);
-    ShowMessage(QStringLiteral("Colour schemes file:\r\n") + path
-                    + QStringLiteral("\r\nnot found, the program cannot start"),
+    ShowMessage(QStringLiteral("Colour schemes file:\r\n") + path + QStringLiteral("\r\n") + why
+                    + QStringLiteral(", the program cannot start"),
                 QStringLiteral("vbok+vbcritical"));
     std::exit(1);
 }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "shell/settings.h"
+#include "shell/text_file.h"
 
 #include <QString>
 #include <QStringList>
@@ -20,12 +21,14 @@ QString SchemesFilePath(const AppState& state);
 // ".col" (exact case) of every line that holds one.
 QStringList SchemeNamesIn(const QStringList& lines);
 
-// The names in AppDir + "all.col"; nullopt when that file cannot be opened.
-std::optional<QStringList> ListSchemes(const AppState& state);
+// The names in AppDir + "all.col"; nullopt when that file cannot be read, with the reason in
+// *problem when given.
+std::optional<QStringList> ListSchemes(const AppState& state, FileProblem* problem = nullptr);
 
-// The start-up report for a missing schemes file: writes "Tallyon: colour schemes file not
-// found: <path>" to stderr, shows a critical message box naming the path, and exits with 1.
-[[noreturn]] void FailMissingSchemes(const QString& path);
+// The start-up report for a schemes file that cannot be read: writes "Tallyon: colour
+// schemes file <reason>: <path>" to stderr, shows a critical message box naming the path and
+// the reason ("not found" for a missing file), and exits with 1.
+[[noreturn]] void FailMissingSchemes(const QString& path, FileProblem problem = FileProblem::Missing);
 
 // One colour channel from a field of a colour line: its leading numeric value (leading blanks
 // skipped, an optional sign, digits, an optional fraction rounded half to even); no digits

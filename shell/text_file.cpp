@@ -5,17 +5,50 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <new>
+
 namespace tallyon {
 
-std::optional<QByteArray> ReadFileBytes(const QString& path)
+namespace {
+
+std::optional<QByteArray> Fail(FileProblem* problem, FileProblem why)
 {
+    if (problem)
+        *problem = why;
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<QByteArray> ReadFileBytes(const QString& path, qint64 maxBytes, FileProblem* problem)
+{
+    if (problem)
+        *problem = FileProblem::None;
+    struct stat info {};
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+        return Fail(problem, errno == ENOENT || errno == ENOTDIR ? FileProblem::Missing : FileProblem::Unreadable);
+    if (!S_ISREG(info.st_mode))
+        return Fail(problem, FileProblem::NotAFile);
+    if (info.st_size > maxBytes)
+        return Fail(problem, FileProblem::TooBig);
     QFile file(path);
-    if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    QByteArray bytes = file.read(kMaxTextFileBytes + 1);
-    if (file.error() != QFileDevice::NoError || bytes.size() > kMaxTextFileBytes)
-        return std::nullopt;
-    return bytes;
+    if (!file.open(QIODevice::ReadOnly))
+        return Fail(problem, FileProblem::Unreadable);
+    try {
+        // One byte past the size found, to see a file that grew past the limit meanwhile.
+        QByteArray bytes = file.read(std::min<qint64>(info.st_size, maxBytes) + 1);
+        if (file.error() != QFileDevice::NoError)
+            return Fail(problem, FileProblem::Unreadable);
+        if (bytes.size() > maxBytes)
+            return Fail(problem, FileProblem::TooBig);
+        return bytes;
+    } catch (const std::bad_alloc&) {
+        return Fail(problem, FileProblem::Unreadable);
+    }
 }
 
 QStringList SplitLines(const QString& text)
@@ -37,9 +70,9 @@ QStringList SplitLines(const QString& text)
     return lines;
 }
 
-std::optional<QStringList> ReadTextLines(const QString& path)
+std::optional<QStringList> ReadTextLines(const QString& path, qint64 maxBytes, FileProblem* problem)
 {
-    const auto bytes = ReadFileBytes(path);
+    const auto bytes = ReadFileBytes(path, maxBytes, problem);
     if (!bytes)
         return std::nullopt;
     return SplitLines(QString::fromUtf8(*bytes));
@@ -64,10 +97,12 @@ bool WriteTextLines(const QString& path, const QStringList& lines)
         bytes += line.toUtf8();
         bytes += "\r\n";
     }
+    // Unbuffered, so that a failed write (a full disk) shows in write() itself; a buffered
+    // one surfaced only at commit, which renamed the short temporary file over the old one.
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return false;
-    if (file.write(bytes) != bytes.size()) {
+    if (file.write(bytes) != bytes.size() || file.error() != QFileDevice::NoError) {
         file.cancelWriting();   // the temporary file goes when `file` does
         return false;
     }

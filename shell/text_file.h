@@ -13,19 +13,27 @@
 
 namespace tallyon {
 
-// Files longer than this are treated as unreadable rather than read into memory.
-inline constexpr qint64 kMaxTextFileBytes = 64LL * 1024 * 1024;
+// The most a settings file or the schemes file may hold; a longer one counts as damaged and
+// is not read into memory. The real files hold a few dozen and a few thousand bytes.
+inline constexpr qint64 kMaxSettingsFileBytes = 1LL << 20;
+inline constexpr qint64 kMaxSchemesFileBytes = 16LL << 20;
 
-// The whole file, or nullopt when it cannot be opened or read (a directory, no permission,
-// longer than kMaxTextFileBytes).
-std::optional<QByteArray> ReadFileBytes(const QString& path);
+// What kept a file from being read.
+enum class FileProblem { None, Missing, NotAFile, TooBig, Unreadable };
+
+// The whole file, or nullopt, with the reason in *problem when given: the path names nothing
+// (Missing); a directory, a FIFO or a device (NotAFile: such a file is never opened, since
+// opening a FIFO would wait for a writer for ever); more than maxBytes (TooBig); no
+// permission, a read error or no memory for it (Unreadable). Only the file's own size is
+// allocated.
+std::optional<QByteArray> ReadFileBytes(const QString& path, qint64 maxBytes, FileProblem* problem = nullptr);
 
 // Splits a text at CR LF, LF or CR. A line end at the very end adds no empty line; an empty
 // text has no lines.
 QStringList SplitLines(const QString& text);
 
 // ReadFileBytes, decoded as UTF-8 and split into lines.
-std::optional<QStringList> ReadTextLines(const QString& path);
+std::optional<QStringList> ReadTextLines(const QString& path, qint64 maxBytes, FileProblem* problem = nullptr);
 
 // True when path names an existing file or directory marked read-only: one with no write
 // permission bit at all, or one the current user may not write. The bits are honoured even

@@ -65,11 +65,24 @@ constexpr int Px(int twips) { return twips / MsgForm::kTwipsPerPixel; }
 
 
 // Carriage return + line feed, or either alone, starts a new line on screen.
+// Lines beyond these are cut with "…": a message naming something huge (a damaged file's
+// scheme name) would otherwise take minutes to lay out and fill no screen.
+constexpr qsizetype kMaxShownLineChars = 200;
+constexpr qsizetype kMaxShownLines = 30;
+
 QString ScreenText(QString text)
 {
     text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    return text;
+    QStringList lines = text.split(QLatin1Char('\n'));
+    if (lines.size() > kMaxShownLines) {
+        lines = lines.mid(0, kMaxShownLines);
+        lines.last() = QStringLiteral("\u2026");
+    }
+    for (QString& line : lines)
+        if (line.size() > kMaxShownLineChars)
+            line = line.left(kMaxShownLineChars - 1) + QStringLiteral("\u2026");
+    return lines.join(QLatin1Char('\n'));
 }
 
 bool IsEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }

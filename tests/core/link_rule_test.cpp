@@ -51,6 +51,11 @@ TEST(LinkRule, EveryDigitPairHasDigitsOfBothKinds)
         }
     for (const auto& [a, b] : {std::pair{0, 3}, {3, 0}})
         EXPECT_TRUE(MakeResult(a, b).failed && MakeResult(a, b).c == -1);
+    // The suggestion tries equal digits, the sum, the differences, then the product: where
+    // several fit, the first one wins.
+    const int suggested[][3] = {{4, 4, 1}, {2, 3, 5}, {9, 1, 8}, {1, 9, 8}, {8, 2, 6}, {9, 9, 1}};
+    for (const auto& [a, b, c] : suggested)
+        EXPECT_EQ(SuggestResult(a, b), c) << a << "," << b;
 }
 
 TEST(LinkRule, MakeResultFollowsTheDrawnOperationOrFallsBack)

@@ -112,6 +112,26 @@ TEST(DrawCell, NodesAreOutlinedInTheForeColour)
     }
 }
 
+// A GridLineWidth from a damaged file draws as wide as a cell pitch at most, links three times
+// that, without overflow or a huge cached circle.
+TEST(DrawBoard, HugeGridLineWidthDrawsAsOnePitch)
+{
+    Board board;
+    MakeRowPuzzle(board, 7);
+    board.UserRight(3, 1) = board.UserLeft(3, 3) = 1;
+    DrawStyle style = TestStyle();
+    style.GridLineWidth = 2147483647;
+    RecordingCanvas ops;
+    DrawBoard(ops, board, style, 0);
+    for (const CanvasOp& op : ops.Ops())
+        if (op.kind != CanvasOp::Kind::Text && op.kind != CanvasOp::Kind::Clear && op.kind != CanvasOp::Kind::FilledBox)
+            EXPECT_TRUE(op.penWidth > 0 && op.penWidth <= 3 * board.CellPitch / kTwipsPerPixel) << op.penWidth;
+    QImage image(kPictureWidth / kTwipsPerPixel, kPictureWidth / kTwipsPerPixel, QImage::Format_RGB32);
+    QPainter painter(&image);
+    QPainterCanvas canvas(painter);
+    DrawBoard(canvas, board, style, 0);
+}
+
 // Makes a puzzle in the look of a fresh install (black grid and nodes, white digits, dark red
 // links), lets `play` act on it while the host paints onto an image (which it may look at),
 // and saves the picture.

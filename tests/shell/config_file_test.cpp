@@ -7,6 +7,12 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <csignal>
+#include <optional>
+
 using namespace tallyon;
 using namespace tallyon::testing;
 
@@ -16,7 +22,23 @@ const QByteArray kFreshFile = " 7  2  1  0  0  16777215  0  128  6\r\nxp.col\r\n
 const QString kCfg = "tallyon.cfg";
 const QString kCol = "all.col";
 
-enum Obstacle { None, Missing, Directory, ReadOnlyFile, ReadOnlyDirectory };
+// FullDisk fails the exit's write part way, as a full disk does: the file size limit stands in
+// for the disk, so the test needs no mount.
+enum Obstacle { None, Missing, Directory, ReadOnlyFile, ReadOnlyDirectory, Fifo, FullDisk };
+
+// While alive, no file may grow past a few bytes; writes beyond fail as on a full disk.
+struct FileSizeLimit {
+    FileSizeLimit()
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &old);
+        rlimit tiny = old;
+        tiny.rlim_cur = 16;
+        setrlimit(RLIMIT_FSIZE, &tiny);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &old); }
+    rlimit old{};
+};
 
 QPair<QString, QString> CfgMessage(const QString& path, const char* outcome, const char* style)
 {
@@ -30,8 +52,8 @@ QPair<QString, QString> CfgMessage(const QString& path, const char* outcome, con
 void CheckConfig(AppState& state, const QString& dir, int obstacle, bool readable, const QString& scheme)
 {
     const QString path = ConfigFilePath(state);
-    const QByteArray before = ReadBytes(path);
-    const bool writable = obstacle == None || obstacle == Missing;
+    const QByteArray before = obstacle == Fifo ? QByteArray() : ReadBytes(path); // a FIFO would block
+    const bool writable = obstacle == None || obstacle == Missing || obstacle == Fifo || obstacle > FullDisk;
     MessageLog log;
     QCOMPARE(ReadConfig(state), readable);
     if (readable) {
@@ -42,7 +64,12 @@ void CheckConfig(AppState& state, const QString& dir, int obstacle, bool readabl
         QCOMPARE(ReadBytes(path), writable ? kFreshFile : before);
     }
     const QByteArray kept = ReadBytes(path);
-    QCOMPARE(WriteConfig(state), writable);
+    {
+        std::optional<FileSizeLimit> full;
+        if (obstacle == FullDisk)
+            full.emplace();
+        QCOMPARE(WriteConfig(state), writable);
+    }
     QCOMPARE(log.calls.size(), int(!readable) + int(!writable));
     if (!writable) {
         QCOMPARE(log.calls.last(), CfgMessage(path, "options not saved", "vbok+vbcritical"));
@@ -151,6 +178,9 @@ private slots:
         cfg("cfg is a directory", {}, Directory);
         cfg("cfg read-only file", line1 + "\r\nBlue.col\r\n", ReadOnlyFile, true, "Blue.col");
         cfg("cfg read-only directory", {}, ReadOnlyDirectory);
+        cfg("cfg is a FIFO", {}, Fifo);
+        cfg("cfg over 1 MB", {}, 2 << 20);
+        cfg("cfg disk full at exit", line1 + "\r\nBlue.col\r\n", FullDisk, true, "Blue.col");
         col("col empty", "", -1);
         col("col binary garbage", garbage, -1);
         col("col 1 MB line", mb + "\r\n" + block, 13, entry2);
@@ -162,6 +192,8 @@ private slots:
         col("col CR only", QByteArray(block).replace("\r\n", "\r"), 13, entry2);
         col("col non-ASCII name", Block(nonAscii, 1), 13, entry2, QString::fromUtf8(nonAscii));
         col("col is a directory", {}, 0, 0, "s.col", Directory);
+        col("col is a FIFO", {}, 0, 0, "s.col", Fifo);
+        col("col over 16 MB", block, 0, 0, "s.col", 17 << 20);
     }
 
     void damagedInput()
@@ -176,7 +208,12 @@ private slots:
         AppState state;
         state.AppDir = tmp.path() + "/";
         const QString path = tmp.filePath(file);
-        if (obstacle == Directory) {
+        if (obstacle > FullDisk) { // a sparse file of that many bytes, which is never read
+            QFile big(path);
+            QVERIFY(big.open(QIODevice::WriteOnly) && big.write(bytes) == bytes.size() && big.resize(obstacle));
+        } else if (obstacle == Fifo) {
+            QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+        } else if (obstacle == Directory) {
             QVERIFY(QDir(tmp.path()).mkdir(file));
         } else if (obstacle == ReadOnlyDirectory) {
             QVERIFY(QDir(tmp.path()).mkdir("locked"));

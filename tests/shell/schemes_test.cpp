@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -80,22 +81,41 @@ private slots:
         QVERIFY(QDir::setCurrent(QDir::tempPath()));
     }
 
-    // A missing schemes file ends the program with code 1, a message box and a line on stderr.
-    void missingSchemesFileIsFatal()
+    // A schemes file that cannot be read ends the program with code 1, a message box and a
+    // line on stderr, each saying what is wrong with it: missing, or there but not a file.
+    void unreadableSchemesFileIsFatal_data()
     {
+        QTest::addColumn<bool>("fifo");
+        QTest::addColumn<QString>("why");
+        QTest::newRow("missing") << false << "not found";
+        QTest::newRow("a FIFO") << true << "is not a regular file";
+    }
+
+    void unreadableSchemesFileIsFatal()
+    {
+        QFETCH(bool, fifo);
+        QFETCH(QString, why);
+        QTemporaryDir dir;
+        AppState state;
+        state.AppDir = dir.path() + "/";
+        const QString path = SchemesFilePath(state);
+        if (fifo)
+            QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+        FileProblem problem = FileProblem::None;
+        QVERIFY(!ListSchemes(state, &problem)); // at once: the FIFO is never opened
         int out[2];
         QCOMPARE(pipe(out), 0);
         const pid_t child = fork();
         QVERIFY(child >= 0);
         if (child == 0) {
             dup2(out[1], STDERR_FILENO);
-            SetMessageInterceptor([](const QString& text, const QString& style) {
-                if (text != "Colour schemes file:\r\n/nowhere/all.col\r\nnot found, the program cannot start"
-                    || style != "vbok+vbcritical")
+            const QString expected = "Colour schemes file:\r\n" + path + "\r\n" + why + ", the program cannot start";
+            SetMessageInterceptor([expected](const QString& text, const QString& style) {
+                if (text != expected || style != "vbok+vbcritical")
                     _exit(3);
                 return 1;
             });
-            FailMissingSchemes("/nowhere/all.col");
+            FailMissingSchemes(path, problem);
         }
         close(out[1]);
         QByteArray report;
@@ -107,7 +127,7 @@ private slots:
         QCOMPARE(waitpid(child, &status, 0), child);
         QVERIFY(WIFEXITED(status));
         QCOMPARE(WEXITSTATUS(status), 1);
-        QVERIFY(report.contains("Tallyon: colour schemes file not found: /nowhere/all.col\n"));
+        QVERIFY(report.contains(("Tallyon: colour schemes file " + why + ": " + path + "\n").toLocal8Bit()));
     }
 };
 

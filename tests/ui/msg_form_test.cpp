@@ -169,6 +169,14 @@ void MsgFormTest::layoutFollowsText()
     QVERIFY(qAbs(form.cmd[0]->y() - oneLineButtons - 2 * lineHeight) <= 2);
     QVERIFY(form.cmd[0]->y() > form.Label1->geometry().bottom());
     QVERIFY2(form.Label1->text().count('\n') == 2 && !form.Label1->text().contains('\r'), "CR LF starts new lines");
+
+    // A huge name in a message (a damaged settings file's scheme) is cut with "…", and so is a
+    // run of lines that no screen could hold.
+    form.Prepare("Colour Scheme: " + QString(8 << 20, QChar('n')) + " not found", "vbok");
+    QVERIFY(form.Label1->text().size() <= 200 && form.Label1->text().endsWith(QChar(0x2026)));
+    form.Prepare(QString("line\r\n").repeated(1000), "vbok");
+    QVERIFY(form.Label1->text().count('\n') < 40 && form.Label1->text().endsWith(QChar(0x2026)));
+    QVERIFY(form.height() < 2000);
 }
 
 void MsgFormTest::screenshots()
