@@ -7,8 +7,10 @@
 #                the text must occur exactly once in the file (default tests/faults.txt)
 #   scratch dir  kept between runs so that builds are incremental
 #                (default ${TMPDIR:-/tmp}/tallyon-faults)
-# Runs every test but the end-to-end ones (ctest -LE e2e). A fault that stops the build is
-# listed apart: it says nothing about the tests. Takes a minute or so per fault; not for CI.
+# Runs every test but the end-to-end ones (ctest -LE e2e), each allowed a minute: a fault
+# that makes a test run that long (a walk that never ends) counts as caught. A fault that
+# stops the build is listed apart: it says nothing about the tests. Takes a minute or so per
+# fault; not for CI.
 set -uo pipefail
 
 repo="$(cd "$(dirname "$0")/.." && pwd)"
@@ -25,7 +27,7 @@ rm -rf "$src" && mkdir -p "$src"
 cmake -S "$src" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null || exit 1
 echo "building the unchanged copy ..."
 cmake --build "$build" -j"$jobs" >"$scratch/build.log" 2>&1 || { echo "the unchanged copy does not build"; exit 1; }
-(cd "$build" && ctest -LE e2e -j"$jobs" --timeout 300 >"$scratch/baseline.log" 2>&1) ||
+(cd "$build" && ctest -LE e2e -j"$jobs" --timeout 120 >"$scratch/baseline.log" 2>&1) ||
   { echo "the unchanged copy fails its tests: see $scratch/baseline.log"; exit 1; }
 
 # fault count|apply FILE TEXT REPLACEMENT: how often TEXT occurs in FILE, or replaces it
@@ -71,7 +73,7 @@ while IFS=$'\t' read -r file text replacement; do
   if ! cmake --build "$build" -j"$jobs" >"$scratch/fault-build.log" 2>&1; then
     broken+=("$label")
     echo "  does not build: $label"
-  elif (cd "$build" && ctest -LE e2e -j"$jobs" --timeout 300 >/dev/null 2>&1); then
+  elif (cd "$build" && ctest -LE e2e -j"$jobs" --timeout 60 >/dev/null 2>&1); then
     missed+=("$label")
     echo "  MISSED: $label"
   else
