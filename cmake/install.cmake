@@ -52,11 +52,38 @@ install(CODE "
 ")
 
 # The software-centre description and the icons.
-install(FILES ${TALLYON_DATA_DIR}/desktop/${TALLYON_APP_ID}.metainfo.xml
+string(TIMESTAMP TALLYON_RELEASE_DATE "%Y-%m-%d" UTC)
+configure_file(${TALLYON_DATA_DIR}/desktop/${TALLYON_APP_ID}.metainfo.xml.in
+               ${CMAKE_BINARY_DIR}/${TALLYON_APP_ID}.metainfo.xml @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/${TALLYON_APP_ID}.metainfo.xml
         DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+# The manual page.
+install(FILES ${TALLYON_DATA_DIR}/tallyon.6 DESTINATION ${CMAKE_INSTALL_MANDIR}/man6)
 install(FILES ${TALLYON_DATA_DIR}/artwork/tallyon.svg
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 foreach(size 48 128 256)
   install(FILES ${TALLYON_DATA_DIR}/icons/hicolor/${size}x${size}/apps/tallyon.png
           DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}x${size}/apps)
 endforeach()
+
+# The Debian package: `cpack -G DEB` in the build folder, after `cmake --build`, makes
+# tallyon_<version>_amd64.deb installing to /usr. The libraries it needs are found by
+# dpkg-shlibdeps; the font and the Qt platform plug-ins are loaded at run time, so they are
+# named here.
+set(CPACK_PACKAGE_NAME "tallyon")
+set(CPACK_PACKAGE_VENDOR "Tallyon developers")
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "number-path puzzle with arithmetic links")
+set(CPACK_PACKAGE_DESCRIPTION "Link numbered nodes into one path from Start to End through the
+Hint node, each link's digits making a sum, difference, product or quotient.
+Every puzzle is generated on the spot; the game checks links, undoes moves,
+shows the solution, prints and copies pictures, and keeps colour schemes.")
+set(CPACK_PACKAGING_INSTALL_PREFIX "/usr")
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Tallyon developers <tallyon@users.noreply.github.com>")
+set(CPACK_DEBIAN_PACKAGE_SECTION "games")
+set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://tallyon.github.io/")
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, qt6-qpa-plugins")
+set(CPACK_STRIP_FILES ON)
+include(CPack)

@@ -1,9 +1,12 @@
 // Finds the running executable's directory.
 #include "shell/app_dir.h"
 
+#include "shell/text_file.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 namespace tallyon {
 
@@ -20,6 +23,15 @@ QString ExecutablePath()
 }
 
 } // namespace
+
+QString SettingsDir(const QString& appDir)
+{
+    if (!IsMarkedReadOnly(appDir) && QFileInfo(appDir).isWritable())
+        return appDir;
+    QString dir = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/tallyon/");
+    QDir().mkpath(dir);
+    return dir;
+}
 
 QString ApplicationDir()
 {

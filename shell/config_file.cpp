@@ -118,7 +118,7 @@ QString FailureText(const QString& path, const char* outcome)
 
 QString ConfigFilePath(const AppState& state)
 {
-    return state.AppDir + QStringLiteral("tallyon.cfg");
+    return (state.SettingsDir.isEmpty() ? state.AppDir : state.SettingsDir) + QStringLiteral("tallyon.cfg");
 }
 
 std::optional<Settings> ParseConfig(const QByteArray& bytes)

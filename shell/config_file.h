@@ -14,7 +14,7 @@
 
 namespace tallyon {
 
-// AppDir + "tallyon.cfg".
+// SettingsDir (AppDir when empty) + "tallyon.cfg".
 QString ConfigFilePath(const AppState& state);
 
 // Parses a configuration file's bytes. A number ends at a run of blanks, a comma or a line

@@ -56,7 +56,8 @@ OutputOptions OutputOptionsFor(const Settings& settings, const QWidget* picture)
 
 void Form1::PrintCommand()
 {
-    PrintPuzzleAndSolution(board_, OutputOptionsFor(state_.settings, Picture1), state_.AppDir);
+    PrintPuzzleAndSolution(board_, OutputOptionsFor(state_.settings, Picture1),
+                           state_.SettingsDir.isEmpty() ? state_.AppDir : state_.SettingsDir);
 }
 
 void Form1::CopyCommand(int mode)

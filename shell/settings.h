@@ -46,6 +46,7 @@ inline constexpr SchemeTable kXpSchemeColours = {
 
 struct AppState {
     QString AppDir;                 // the executable's directory, ending in "/"
+    QString SettingsDir;            // where tallyon.cfg is kept, ending in "/"; empty: AppDir
     Settings settings;
     SchemeTable SchemeColours = kXpSchemeColours;
     int ControlColourIndex = kSchemeControl;

@@ -4,9 +4,13 @@
 #include "shell/form1.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QElapsedTimer>
 #include <QIcon>
 #include <QStyleFactory>
+
+#include <cstdio>
+#include <optional>
 
 namespace {
 
@@ -21,10 +25,61 @@ void ProcessPendingEvents()
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+// Reads the command line before any window system is touched, so that --help and --version
+// work without a display. Returns the exit code when the program should end at once.
+std::optional<int> HandleCommandLine(int argc, char* argv[])
+{
+    QCoreApplication probe(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("tallyon"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TALLYON_VERSION));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Tallyon, a number-path puzzle: link the nodes from Start to End through the Hint,\n"
+        "each link's digits making a sum, difference, product or quotient.\n\n"
+        "Settings are kept in tallyon.cfg beside the program when that folder can be written\n"
+        "to, otherwise in $XDG_CONFIG_HOME/tallyon/ (~/.config/tallyon/). See tallyon(6)."));
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // -platform x
+    parser.addHelpOption();
+    parser.addVersionOption();
+    // The window system's own options, which QApplication takes later, are let through.
+    for (const char* name : {"platform", "display", "style", "stylesheet", "geometry", "qwindowgeometry",
+                             "qwindowtitle", "qwindowicon", "session", "name", "title", "plugin",
+                             "platformpluginpath", "platformtheme"}) {
+        QCommandLineOption option(QString::fromLatin1(name), QString(), QStringLiteral("value"));
+        option.setFlags(QCommandLineOption::HiddenFromHelp);
+        parser.addOption(option);
+    }
+    for (const char* name : {"reverse", "nograb", "dograb", "sync"}) {
+        QCommandLineOption option(QString::fromLatin1(name));
+        option.setFlags(QCommandLineOption::HiddenFromHelp);
+        parser.addOption(option);
+    }
+    if (!parser.parse(QCoreApplication::arguments())) {
+        std::fprintf(stderr, "tallyon: %s\nTry 'tallyon --help'.\n", qPrintable(parser.errorText()));
+        return 2;
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        std::fprintf(stderr, "tallyon: unexpected argument '%s'\nTry 'tallyon --help'.\n",
+                     qPrintable(parser.positionalArguments().first()));
+        return 2;
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        std::fputs(qPrintable(parser.helpText()), stdout);
+        return 0;
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        std::printf("tallyon %s\n", TALLYON_VERSION);
+        return 0;
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
+    if (const std::optional<int> code = HandleCommandLine(argc, argv))
+        return *code;
     QApplication app(argc, argv);
     QApplication::setApplicationName("Tallyon");
     QApplication::setDesktopFileName("io.github.tallyon.Tallyon");
@@ -34,6 +89,7 @@ int main(int argc, char* argv[])
 
     tallyon::AppState state;
     state.AppDir = tallyon::ApplicationDir();
+    state.SettingsDir = tallyon::SettingsDir(state.AppDir);
     tallyon::Form1 window(state);
     window.Start();
     window.show();
