@@ -25,17 +25,19 @@ install(FILES ${TALLYON_DATA_DIR}/all.col ${TALLYON_DATA_DIR}/tallyon.htm
         DESTINATION ${TALLYON_INSTALL_APPDIR})
 install(DIRECTORY ${TALLYON_DATA_DIR}/artwork DESTINATION ${TALLYON_INSTALL_APPDIR})
 
-# bin/tallyon -> ../lib/tallyon/tallyon; the program resolves the link to find its files.
-file(RELATIVE_PATH TALLYON_LINK_TARGET
-     /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${TALLYON_INSTALL_APPDIR}/tallyon)
-install(CODE "
-  set(link \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/tallyon\")
-  get_filename_component(link_dir \"\${link}\" DIRECTORY)
-  file(MAKE_DIRECTORY \"\${link_dir}\")
-  message(STATUS \"Installing: \${link} -> ${TALLYON_LINK_TARGET}\")
-  file(CREATE_LINK \"${TALLYON_LINK_TARGET}\" \"\${link}\" SYMBOLIC)
-  list(APPEND CMAKE_INSTALL_MANIFEST_FILES \"\${link}\")
-")
+# bin/tallyon -> ../lib/tallyon/tallyon, and the same in games/, where Debian looks for a
+# game's program; the program resolves the link to find its files.
+foreach(link_dir ${CMAKE_INSTALL_BINDIR} games)
+  file(RELATIVE_PATH TALLYON_LINK_TARGET /prefix/${link_dir} /prefix/${TALLYON_INSTALL_APPDIR}/tallyon)
+  install(CODE "
+    set(link \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${link_dir}/tallyon\")
+    get_filename_component(link_dir \"\${link}\" DIRECTORY)
+    file(MAKE_DIRECTORY \"\${link_dir}\")
+    message(STATUS \"Installing: \${link} -> ${TALLYON_LINK_TARGET}\")
+    file(CREATE_LINK \"${TALLYON_LINK_TARGET}\" \"\${link}\" SYMBOLIC)
+    list(APPEND CMAKE_INSTALL_MANIFEST_FILES \"\${link}\")
+  ")
+endforeach()
 
 # The desktop entry, with Path= the program's own folder: the options window's scheme preview
 # opens "all.col" by its bare name, from the current directory, so a launcher must start the
@@ -57,8 +59,22 @@ configure_file(${TALLYON_DATA_DIR}/desktop/${TALLYON_APP_ID}.metainfo.xml.in
                ${CMAKE_BINARY_DIR}/${TALLYON_APP_ID}.metainfo.xml @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/${TALLYON_APP_ID}.metainfo.xml
         DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
-# The manual page.
-install(FILES ${TALLYON_DATA_DIR}/tallyon.6 DESTINATION ${CMAKE_INSTALL_MANDIR}/man6)
+# The manual page and the package's changelog, compressed as Debian expects, and the
+# copyright notice.
+find_program(TALLYON_GZIP gzip REQUIRED)
+foreach(pair "tallyon.6|tallyon.6.gz" "debian/changelog|changelog.gz")
+  string(REPLACE "|" ";" pair "${pair}")
+  list(GET pair 0 src)
+  list(GET pair 1 dst)
+  add_custom_command(OUTPUT ${CMAKE_BINARY_DIR}/${dst}
+    COMMAND ${TALLYON_GZIP} -9 -n -c ${TALLYON_DATA_DIR}/${src} > ${CMAKE_BINARY_DIR}/${dst}
+    DEPENDS ${TALLYON_DATA_DIR}/${src} VERBATIM)
+  list(APPEND TALLYON_COMPRESSED ${CMAKE_BINARY_DIR}/${dst})
+endforeach()
+add_custom_target(tallyon_compressed ALL DEPENDS ${TALLYON_COMPRESSED})
+install(FILES ${CMAKE_BINARY_DIR}/tallyon.6.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man6)
+install(FILES ${CMAKE_BINARY_DIR}/changelog.gz ${TALLYON_DATA_DIR}/debian/copyright
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/tallyon)
 install(FILES ${TALLYON_DATA_DIR}/artwork/tallyon.svg
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 foreach(size 48 128 256)

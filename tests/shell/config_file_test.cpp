@@ -1,5 +1,6 @@
 // Tests of the settings files on disk: tallyon.cfg's round trip and separators, and one table of
 // damaged input for tallyon.cfg and all.col (the fresh install is its "missing" row).
+#include "shell/app_dir.h"
 #include "shell/config_file.h"
 #include "shell/schemes.h"
 #include "shell_test_support.h"
@@ -111,6 +112,31 @@ private slots:
         QCOMPARE(FormatConfig(back.settings), FormatConfig(state.settings));
         QVERIFY(log.calls.isEmpty());
         QCOMPARE(DirectoryEntries(dir.path()), QStringList{kCfg});
+    }
+
+    // A program folder that cannot be written to sends the settings to the user's
+    // configuration folder; the messages name the file there.
+    void settingsGoWhereTheyCanBeWritten()
+    {
+        QTemporaryDir tmp;
+        const QString appDir = tmp.filePath("lib/tallyon/"), config = tmp.filePath("config");
+        QVERIFY(QDir().mkpath(appDir));
+        QCOMPARE(SettingsDir(appDir), appDir);
+        QVERIFY(QFile::setPermissions(appDir, QFile::ReadOwner | QFile::ExeOwner));
+        const QByteArray saved = qgetenv("XDG_CONFIG_HOME");
+        qputenv("XDG_CONFIG_HOME", config.toLocal8Bit());
+        AppState state;
+        state.AppDir = appDir;
+        state.SettingsDir = SettingsDir(appDir);
+        qputenv("XDG_CONFIG_HOME", saved);
+        QCOMPARE(state.SettingsDir, config + "/tallyon/");
+        MessageLog log;
+        QVERIFY(!ReadConfig(state));
+        const QString path = config + "/tallyon/tallyon.cfg";
+        QCOMPARE(log.calls.value(0), CfgMessage(path, "new file will be created", "vbok+vbinformation"));
+        QCOMPARE(ReadBytes(path), kFreshFile);
+        QVERIFY(WriteConfig(state));
+        QCOMPARE(DirectoryEntries(appDir), QStringList());
     }
 
     void parsesSeparators_data()

@@ -1,0 +1,82 @@
+#!/usr/bin/env bash
+# The Debian package as a system-wide install: cpack makes the .deb, which is unpacked into a
+# temporary root whose program folder nobody may write to; the program, run as the
+# unprivileged user "nobody", keeps its settings under XDG_CONFIG_HOME, names that path in
+# its first message and reads its settings back on the next start. Also: --help, --version.
+here="$(cd "$(dirname "$0")" && pwd)"
+source "$here/xvfb_steps.sh"
+
+for tool in cpack dpkg-deb setpriv; do
+  command -v "$tool" >/dev/null || { echo "SKIP: $tool is not installed"; exit 77; }
+done
+[ "$(id -u)" -eq 0 ] || { echo "SKIP: running as another user needs root"; exit 77; }
+id nobody >/dev/null 2>&1 || { echo "SKIP: no user 'nobody'"; exit 77; }
+
+BUILD="$(cd "$BIN_DIR/.." && pwd)"
+WORK="$(mktemp -d /tmp/tallyon-deb.XXXXXX)"
+PID=""
+trap '[ -n "$PID" ] && kill "$PID" 2>/dev/null; rm -rf "$WORK"; stop_xvfb' EXIT
+
+(cd "$WORK" && cpack -G DEB --config "$BUILD/CPackConfig.cmake" >"$WORK/cpack.log" 2>&1) ||
+  { cat "$WORK/cpack.log" >&2; fail "cpack -G DEB failed"; }
+DEB="$(ls "$WORK"/tallyon_*_amd64.deb)"
+if command -v lintian >/dev/null; then
+  lintian --fail-on error "$DEB" >"$WORK/lintian.log" 2>&1 || { cat "$WORK/lintian.log" >&2; fail "lintian reports errors"; }
+fi
+ROOT="$WORK/root"
+dpkg-deb -x "$DEB" "$ROOT" || fail "dpkg-deb -x failed"
+[ -x "$ROOT/usr/bin/tallyon" ] || fail "no /usr/bin/tallyon in the package"
+[ -f "$ROOT/usr/share/man/man6/tallyon.6.gz" ] || fail "no manual page in the package"
+chmod -R a-w "$ROOT/usr/lib/tallyon"
+chmod 755 "$WORK"
+CONFIG="$WORK/home/config"
+mkdir -p "$CONFIG" && chown -R nobody "$WORK/home"
+
+# Runs a command as "nobody"; start_as_nobody starts the game so, keeping its PID.
+as_nobody() {
+  setpriv --reuid=nobody --regid=nogroup --clear-groups \
+    env HOME="$WORK/home" XDG_CONFIG_HOME="$CONFIG" DISPLAY="${DISPLAY:-}" "$@"
+}
+start_as_nobody() {
+  setpriv --reuid=nobody --regid=nogroup --clear-groups \
+    env HOME="$WORK/home" XDG_CONFIG_HOME="$CONFIG" DISPLAY="$DISPLAY" "$ROOT/usr/bin/tallyon" &
+  PID=$!
+}
+
+as_nobody "$ROOT/usr/bin/tallyon" --version | grep -qx "tallyon [0-9.]*" || fail "--version"
+as_nobody "$ROOT/usr/bin/tallyon" --help | grep -q -- "--version" || fail "--help"
+set +e
+as_nobody "$ROOT/usr/bin/tallyon" --no-such-option 2>/dev/null
+[ $? -eq 2 ] || fail "an unknown option must exit with 2"
+set -e
+
+start_xvfb
+CFG="$CONFIG/tallyon/tallyon.cfg"
+
+# First start: the message names the settings file under XDG_CONFIG_HOME, which is made.
+start_as_nobody
+MSG="$(wait_window Message)"
+wait_pixel "$MSG" 2 2 "0,0,0" not
+import -window "$MSG" "$SHOTS/e2e-deb-first-message.png"
+press_return "$MSG"
+wait_gone Message
+[ -f "$CFG" ] || fail "tallyon.cfg was not written to $CFG"
+[ -e "$ROOT/usr/lib/tallyon/tallyon.cfg" ] && fail "tallyon.cfg was written beside the program"
+WIN="$(wait_window Tallyon)"
+wait_pixel "$WIN" 2 2 "0,0,0" not
+xdotool mousemove --window "$WIN" 627 320 click 1  # grid size 7x7 -> 8x8
+open_file_menu "$WIN"
+xdotool key Up Return
+press_return "$(wait_window Message)"
+wait_ended
+PID=""
+tr -d '\r' <"$CFG" | head -n1 | grep -q '^ 8 ' || fail "Exit did not save the grid size: $(head -n1 "$CFG")"
+
+# Second start: read back silently.
+start_as_nobody
+WIN="$(wait_window Tallyon)"
+wait_pixel "$WIN" 2 2 "0,0,0" not
+xdotool search --onlyvisible --name '^Message$' >/dev/null 2>&1 && fail "the settings were not read back"
+kill "$PID"
+PID=""
+echo "e2e_deb: 1 passed, 0 failed"
