@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds Tallyon and runs every test: the full suite, then the core and the settings-file
-# readers again under AddressSanitizer and UndefinedBehaviorSanitizer.
+# Builds Tallyon and runs every test: the full suite, then the core, the settings-file
+# readers and the fuzz corpora again under AddressSanitizer and UndefinedBehaviorSanitizer;
+# where clang is installed, each fuzz target also runs for a short while.
 set -euo pipefail
 cd "$(dirname "$0")"
 tools/install-deps.sh test
@@ -11,8 +12,16 @@ cmake --build build -j"$jobs"
 mkdir -p build/screenshots
 (cd build && ctest --output-on-failure -j"$jobs" --timeout 600)
 
-sanitized_tests=(core_tests config_file_tests schemes_tests)
+fuzz_targets=(config schemes numbers drawing msgbox)
+sanitized_tests=(core_tests config_file_tests schemes_tests "${fuzz_targets[@]/#/replay_}")
 cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=Debug -DTALLYON_SANITIZE=ON -DTALLYON_CORE_ONLY=OFF >/dev/null
 cmake --build build-asan -j"$jobs" --target "${sanitized_tests[@]}"
 (cd build-asan && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 QT_QPA_PLATFORM=offscreen \
    ctest --output-on-failure -j"$jobs" --timeout 900 -L sanitized)
+
+if command -v clang++ >/dev/null; then
+  for name in "${fuzz_targets[@]}"; do
+    echo "fuzzing $name for ${TALLYON_FUZZ_SECONDS:-20} s"
+    tools/fuzz.sh "$name" "${TALLYON_FUZZ_SECONDS:-20}"
+  done
+fi

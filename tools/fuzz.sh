@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Runs one fuzz target for a while: tools/fuzz.sh NAME SECONDS (NAME one of config, schemes,
+# numbers, drawing, msgbox). Builds the clang fuzz build in build-fuzz/ when needed, starts
+# from the seed corpus tests/fuzz/corpus/NAME (new inputs collect in build-fuzz/corpus-NAME,
+# never in the repository) and prints libFuzzer's figures. A crash leaves its input in
+# build-fuzz/ and exits non-zero; add the input to the seed corpus once it is fixed.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+name="${1:?usage: tools/fuzz.sh NAME SECONDS}"
+seconds="${2:-60}"
+command -v clang++ >/dev/null || { echo "fuzz.sh: clang++ is needed" >&2; exit 2; }
+if [ ! -x "build-fuzz/bin/fuzz_$name" ] && [ ! -x "build-fuzz/tests/fuzz/fuzz_$name" ]; then
+  CC=clang CXX=clang++ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+    -DTALLYON_FUZZ=ON -DTALLYON_TESTS=OFF >/dev/null
+fi
+cmake --build build-fuzz -j"$(nproc)" --target "fuzz_$name" >/dev/null
+binary="$(find build-fuzz -name "fuzz_$name" -type f -perm -u+x | head -n1)"
+work="build-fuzz/corpus-$name"
+mkdir -p "$work"
+cd build-fuzz
+QT_QPA_PLATFORM=offscreen "../$binary" -max_total_time="$seconds" -print_final_stats=1 \
+  "corpus-$name" "../tests/fuzz/corpus/$name" 2>&1 | grep -E "stat::number_of_executed_units|stat::peak_rss|ERROR|SUMMARY|Done|crash" || true
+test "${PIPESTATUS[0]}" -eq 0
