@@ -20,10 +20,19 @@ src="$scratch/src"
 build="$scratch/build"
 jobs="$(nproc)"
 
-# A fresh copy of the files git knows, untracked ones too; tar keeps their times, so the
-# build that stays in the scratch dir recompiles only what changed since the last run.
-rm -rf "$src" && mkdir -p "$src"
-(cd "$repo" && git ls-files -z -co --exclude-standard | tar -cf - --null -T -) | tar -C "$src" -xf -
+# The copy is brought up to date file by file: a file whose content differs is copied anew
+# (so it is newer than anything built from it and gets rebuilt), the others keep their times,
+# and files git no longer knows are removed. The build in the scratch dir stays incremental.
+mkdir -p "$src"
+(cd "$repo" && git ls-files -co --exclude-standard) >"$scratch/files"
+while IFS= read -r f; do
+  [ -f "$repo/$f" ] || continue
+  if ! cmp -s "$repo/$f" "$src/$f"; then
+    mkdir -p "$src/$(dirname "$f")"
+    cp "$repo/$f" "$src/$f"
+  fi
+done <"$scratch/files"
+(cd "$src" && find . -type f | sed 's|^\./||') | grep -vxF -f "$scratch/files" | (cd "$src" && xargs -r rm -f)
 cmake -S "$src" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null || exit 1
 echo "building the unchanged copy ..."
 cmake --build "$build" -j"$jobs" >"$scratch/build.log" 2>&1 || { echo "the unchanged copy does not build"; exit 1; }
