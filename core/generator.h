@@ -40,6 +40,12 @@ inline Step StepForDraw(const Board& board, int row, int col, int v)
 // Proposes one step from a node: StepForDraw for a fresh draw from 0 to 99.
 Step ChooseStep(const Board& board, int row, int col);
 
+// The fewest tries of the walk that can still reach the right edge from column col (col
+// before the right edge), the last accepted step being `last`: the walk never steps right
+// twice in a row, so each step right but the first needs another step between. An attempt
+// with fewer tries left is abandoned at once.
+int TriesToRightEdge(int boardSpan, int col, char last);
+
 // Lays a node path from the left edge to the right edge (always turning).
 void LayPath(Board& board);
 

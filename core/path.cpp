@@ -84,14 +84,6 @@ int DrawStartRow(const Board& b)
     return row;
 }
 
-// The fewest tries that can still reach the right edge from column col: one "R" per two
-// columns, and never two "R" in a row.
-int TriesToRightEdge(const Board& b, int col, char last)
-{
-    const int rights = (b.BoardSpan - col) / 2;
-    return last == 'R' ? 2 * rights : 2 * rights - 1;
-}
-
 // The draws 0 to 99 fall into four bands, one per rule of StepForDraw; within a band every
 // draw proposes the same step. Each band is named by its highest draw.
 constexpr int kDrawCount = 100;
@@ -179,7 +171,7 @@ bool WalkAttempt(Board& b, AttemptNodes& nodes, WalkReach& reach)
         if (!DrawAcceptedStep(b, reach, row, col, last, next))
             return false;
         tries += next.refused;
-        if (tries > kMaxTries || TriesToRightEdge(b, col, last) > kMaxTries + 1 - tries)
+        if (tries > kMaxTries || TriesToRightEdge(b.BoardSpan, col, last) > kMaxTries + 1 - tries)
             return false;
         const Step& step = next.step;
         assert(IsOnPath(b, step.row, step.col) == 0);
@@ -203,6 +195,12 @@ bool WalkAttempt(Board& b, AttemptNodes& nodes, WalkReach& reach)
 }
 
 } // namespace
+
+int TriesToRightEdge(int boardSpan, int col, char last)
+{
+    const int rights = (boardSpan - col) / 2; // one "R" per two columns
+    return last == 'R' ? 2 * rights : 2 * rights - 1;
+}
 
 Step ChooseStep(const Board& board, int row, int col)
 {

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -130,6 +131,24 @@ TEST(PathWalk, OneDrawPerStepKeepsTheOddsOfTryByTry)
         }
         EXPECT_NEAR(nodes[0] / kWalks, nodes[1] / kWalks, 0.5) << "size " << size;
         EXPECT_NEAR(lefts[0] / kWalks, lefts[1] / kWalks, 0.1) << "size " << size;
+    }
+}
+
+// The bound that abandons an attempt early must never abandon one that could still reach
+// the right edge: it is the fewest steps found by a search over (column, last step right).
+TEST(PathWalk, TriesToRightEdgeIsTheFewestStepsLeft)
+{
+    for (int span : {9, 21}) {
+        // fewest[col][lastRight]: filled from the right edge leftwards.
+        std::vector<std::array<int, 2>> fewest(static_cast<std::size_t>(span + 2), {0, 0});
+        for (int col = span - 2; col >= 1; col -= 2) {
+            const auto c = static_cast<std::size_t>(col);
+            fewest[c][0] = 1 + fewest[c + 2][1];            // step right now
+            fewest[c][1] = 1 + fewest[c][0];                // first a step up or down
+            EXPECT_EQ(TriesToRightEdge(span, col, 'U'), fewest[c][0]) << span << " col " << col;
+            EXPECT_EQ(TriesToRightEdge(span, col, 0), fewest[c][0]) << span << " col " << col;
+            EXPECT_EQ(TriesToRightEdge(span, col, 'R'), fewest[c][1]) << span << " col " << col;
+        }
     }
 }
 

@@ -85,6 +85,31 @@ TEST_P(DrawBoardAt, GridCellsLinksAndMarksInOrderOnTheLattice)
 
 INSTANTIATE_TEST_SUITE_P(GridSizes, DrawBoardAt, ::testing::Values(4, 10));
 
+// The "X"s go above Start and below End only for a puzzle laid from the top; every other
+// start side, the path directions 3 and 4 of a hand-edited settings file among them, puts
+// them beside, as for a puzzle from the left.
+TEST(DrawMarks, XsBesideTheEndsUnlessLaidFromTheTop)
+{
+    auto marks = [](int side) {
+        Board board;
+        MakeRowPuzzle(board, 4);
+        board.StartSide = side;
+        RecordingCanvas canvas;
+        DrawMarks(canvas, board, TestStyle());
+        std::vector<std::pair<int, int>> xs;
+        for (const CanvasOp& op : canvas.Ops())
+            if (op.text == "X")
+                xs.emplace_back(op.x1, op.y1);
+        return xs;
+    };
+    const auto beside = marks(kSideLeft), above = marks(kSideTop);
+    ASSERT_EQ(beside.size(), 2u);
+    EXPECT_EQ(beside[0].second, beside[1].second) << "Start and End of a row puzzle share a row";
+    EXPECT_NE(above[0].second, above[1].second);
+    EXPECT_EQ(marks(3), beside);
+    EXPECT_EQ(marks(4), beside);
+}
+
 // A node is outlined in the colour it is drawn with (the digits' colour), not the grid's, as
 // a circle and as a box.
 TEST(DrawCell, NodesAreOutlinedInTheForeColour)
@@ -123,9 +148,11 @@ TEST(DrawBoard, HugeGridLineWidthDrawsAsOnePitch)
     style.GridLineWidth = 2147483647;
     RecordingCanvas ops;
     DrawBoard(ops, board, style, 0);
-    for (const CanvasOp& op : ops.Ops())
-        if (op.kind != CanvasOp::Kind::Text && op.kind != CanvasOp::Kind::Clear && op.kind != CanvasOp::Kind::FilledBox)
+    for (const CanvasOp& op : ops.Ops()) {
+        if (op.kind != CanvasOp::Kind::Text && op.kind != CanvasOp::Kind::Clear && op.kind != CanvasOp::Kind::FilledBox) {
             EXPECT_TRUE(op.penWidth > 0 && op.penWidth <= 3 * board.CellPitch / kTwipsPerPixel) << op.penWidth;
+        }
+    }
     QImage image(kPictureWidth / kTwipsPerPixel, kPictureWidth / kTwipsPerPixel, QImage::Format_RGB32);
     QPainter painter(&image);
     QPainterCanvas canvas(painter);

@@ -59,6 +59,12 @@ INSTANTIATE_TEST_SUITE_P(
         VerdictCase{"square_loop",
                     [](Board& b) { Link(b, 5, 5, 5, 7); Link(b, 5, 7, 7, 7); Link(b, 7, 5, 7, 7); Link(b, 5, 5, 7, 5); },
                     "User links may be in a loop", 0, 0, 1},
+        VerdictCase{"figure_eight", // a loop whose crossing node is also used four times
+                    [](Board& b) {
+                        Link(b, 5, 5, 5, 7); Link(b, 5, 7, 7, 7); Link(b, 7, 5, 7, 7); Link(b, 5, 5, 7, 5);
+                        Link(b, 7, 7, 7, 9); Link(b, 7, 9, 9, 9); Link(b, 9, 7, 9, 9); Link(b, 7, 7, 9, 7);
+                    },
+                    "User links may be in a loop", 0, 0, 1},
         VerdictCase{"three_links_at_a_node",
                     [](Board& b) { Link(b, 5, 3, 5, 5); Link(b, 5, 5, 5, 7); Link(b, 5, 5, 7, 5); },
                     "A node is used more than twice", 0, 0, 1},
@@ -80,6 +86,9 @@ TEST(VerifyDisplay, MarksTheFirstWrongLinkWhileHeld)
     Digits(board, 7, 5, 8, 2, 7); // wrong, in the lower row
     Digits(board, 5, 3, 9, 1, 5); // wrong, met first
     Digits(board, 5, 7, 2, 2, 4); // right
+    SetLinkFlags(board, 1, 5, 3, 7, 3); // wrong too, but below: the link to the right comes first
+    board.NodeValue(6, 3) = 1;
+    board.NodeValue(7, 3) = 5;
     FakeHost host;
     VerifyPress(host, board);
     const int q = board.QuarterPitch;
