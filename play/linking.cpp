@@ -46,20 +46,6 @@ void SetEnds(PlayState& state)
     }
 }
 
-// Redraws what a link change touched: the line, both ends, the link cell, and the marks when
-// the line runs through one of them.
-void DrawChange(PlayHost& host, const Board& board, const PlayState& state, int value, bool touchesKey)
-{
-    const std::unique_ptr<Canvas> canvas = host.OpenBoardCanvas();
-    const DrawStyle style = host.Style();
-    DrawLink(*canvas, board, style, value, state.EndARow, state.EndACol, state.EndBRow, state.EndBCol);
-    DrawCellAsNode(*canvas, board, style, state.EndARow, state.EndACol);
-    DrawCellAsNode(*canvas, board, style, state.EndBRow, state.EndBCol);
-    DrawCellAsLink(*canvas, board, style, state.HoverRow, state.HoverCol);
-    if (touchesKey)
-        DrawMarks(*canvas, board, style);
-}
-
 // The link value a release writes, or -1 when it changes nothing.
 int LinkValueFor(PlayHost& host, const Board& board, int button, int idA, int idB)
 {
@@ -99,33 +85,6 @@ void HoverCell(PlayHost& host, const Board& board, PlayState& state, float x, fl
                    CaptionNumber(board.NodeValue(state.EndBRow, state.EndBCol)));
 }
 
-void SetLinkFlags(Board& board, int value, int rowA, int colA, int rowB, int colB)
-{
-    if (rowA == rowB && colB > colA) {
-        board.UserRight(rowA, colA) = value;
-        board.UserLeft(rowB, colB) = value;
-    } else if (rowA == rowB && colB < colA) {
-        board.UserLeft(rowA, colA) = value;
-        board.UserRight(rowB, colB) = value;
-    } else if (colA == colB && rowB > rowA) {
-        board.UserDown(rowA, colA) = value;
-        board.UserUp(rowB, colB) = value;
-    } else if (colA == colB && rowB < rowA) {
-        board.UserUp(rowA, colA) = value;
-        board.UserDown(rowB, colB) = value;
-    }
-}
-
-std::string UndoRecord(int value, const PlayState& state)
-{
-    const int fields[] = {value, state.HoverRow, state.HoverCol, state.EndARow,
-                          state.EndACol, state.EndBRow, state.EndBCol};
-    std::string record;
-    for (int field : fields)
-        record += (record.empty() ? "" : ",") + std::to_string(field);
-    return record;
-}
-
 void MakeLink(PlayHost& host, Board& board, PlayState& state, int button)
 {
     if (state.EndARow < 1 || state.EndACol < 1 || state.EndBRow < 1 || state.EndBCol < 1)
@@ -134,11 +93,11 @@ void MakeLink(PlayHost& host, Board& board, PlayState& state, int button)
     const int idB = board.CellNo(state.EndBRow, state.EndBCol);
     const int value = LinkValueFor(host, board, button, idA, idB);
     if (value >= 0) {
-        SetLinkFlags(board, value, state.EndARow, state.EndACol, state.EndBRow, state.EndBCol);
-        board.NodeLinks(idA, idB) = value;
-        board.NodeLinks(idB, idA) = value;
-        DrawChange(host, board, state, value, LinkCrossesMarks(board, idA, idB));
-        state.undolist.insert(state.undolist.begin(), UndoRecord(value, state));
+        const Move move{value, state.HoverRow, state.HoverCol, state.EndARow, state.EndACol, state.EndBRow, state.EndBCol};
+        ApplyMove(board, move, LinkEntries::Both);
+        const std::unique_ptr<Canvas> canvas = host.OpenBoardCanvas();
+        DrawMove(*canvas, board, host.Style(), move);
+        state.undolist.insert(state.undolist.begin(), MoveRecord(move));
     }
     ForgetEnds(state);
     host.SetCheckTimer(true);

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "core/board.h"
+#include "play/move.h"
 #include "play/play_host.h"
 
 #include <string>
@@ -22,11 +23,5 @@ void HoverCell(PlayHost& host, const Board& board, PlayState& state, float x, fl
 // entry is set). A change is drawn, recorded at the top of undolist and, when it touches Start
 // or End, the marks are redrawn. With something offered, Timer2 is enabled in every case.
 void MakeLink(PlayHost& host, Board& board, PlayState& state, int button);
-
-// Writes a link value into the user direction flags of the two end nodes.
-void SetLinkFlags(Board& board, int value, int rowA, int colA, int rowB, int colB);
-
-// The undo record of a move: "value,hoverRow,hoverCol,rowA,colA,rowB,colB".
-std::string UndoRecord(int value, const PlayState& state);
 
 } // namespace tallyon

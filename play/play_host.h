@@ -44,14 +44,12 @@ public:
 
     // Label7, the status line.
     virtual void SetStatus(const std::string& text) = 0;
-    virtual std::string Status() const = 0;
     // Label1 (hovered row) and Label2 (hovered column).
     virtual void SetHoverCaptions(const std::string& row, const std::string& column) = 0;
     // Label8's back colour, the indicator of the periodic check.
     virtual void SetIndicator(Colour colour) = 0;
     // Timer2, the periodic check (interval 2000 ms); its ticks call Timer2Tick.
     virtual void SetCheckTimer(bool enabled) = 0;
-    virtual bool CheckTimerEnabled() const = 0;
     // The error marker over the board picture; left, top and size in twips of the picture.
     virtual void ShowErrorMarker(int left, int top, int size) = 0;
     virtual void HideErrorMarker() = 0;

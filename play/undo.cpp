@@ -2,29 +2,14 @@
 #include "play/undo.h"
 
 #include "play/draw.h"
-#include "play/linking.h"
-#include "play/play_text.h"
+#include "play/move.h"
 
-#include <array>
 #include <string>
 
 namespace tallyon {
 namespace {
 
 constexpr int kYes = 6;
-
-struct UndoFields {
-    int value = 0, hoverRow = 0, hoverCol = 0, rowA = 0, colA = 0, rowB = 0, colB = 0;
-};
-
-UndoFields ParseRecord(const std::string& record)
-{
-    const std::vector<std::string> pieces = SplitText(record, ',');
-    std::array<int, 7> f{};
-    for (std::size_t i = 0; i < f.size() && i < pieces.size(); ++i)
-        f[i] = NumberFromText(pieces[i]);
-    return {f[0], f[1], f[2], f[3], f[4], f[5], f[6]};
-}
 
 void ClearUserLinks(Board& board)
 {
@@ -41,33 +26,16 @@ void ClearUserLinks(Board& board)
             board.NodeLinks(a, b) = 0;
 }
 
-// Writes the inverse of a record into the board and draws it. Only the A-to-B entry of
-// NodeLinks is restored.
-void ApplyInverse(PlayHost& host, Board& board, const UndoFields& r)
-{
-    if (!OnBoard(board, r.rowA, r.colA) || !OnBoard(board, r.rowB, r.colB))
-        return;
-    const int restored = r.value == 0 ? 1 : 0;
-    const std::unique_ptr<Canvas> canvas = host.OpenBoardCanvas();
-    const DrawStyle style = host.Style();
-    DrawLink(*canvas, board, style, restored, r.rowA, r.colA, r.rowB, r.colB);
-    const int idA = board.CellNo(r.rowA, r.colA);
-    const int idB = board.CellNo(r.rowB, r.colB);
-    board.NodeLinks(idA, idB) = restored;
-    DrawCellAsNode(*canvas, board, style, r.rowA, r.colA);
-    DrawCellAsNode(*canvas, board, style, r.rowB, r.colB);
-    if (OnBoard(board, r.hoverRow, r.hoverCol))
-        DrawCellAsLink(*canvas, board, style, r.hoverRow, r.hoverCol);
-    SetLinkFlags(board, restored, r.rowA, r.colA, r.rowB, r.colB);
-    if (LinkCrossesMarks(board, idA, idB))
-        DrawMarks(*canvas, board, style);
-}
-
 void UndoNewest(PlayHost& host, Board& board, PlayState& state)
 {
     const std::string record = state.undolist.front();
-    if (!record.empty())
-        ApplyInverse(host, board, ParseRecord(record));
+    const Move back = Reversed(ParseMoveRecord(record));
+    // A record naming cells off the board (a hand-made or stale one) is dropped unapplied.
+    if (OnBoard(board, back.rowA, back.colA) && OnBoard(board, back.rowB, back.colB)) {
+        ApplyMove(board, back, LinkEntries::AToBOnly);
+        const std::unique_ptr<Canvas> canvas = host.OpenBoardCanvas();
+        DrawMove(*canvas, board, host.Style(), back);
+    }
     state.undolist.erase(state.undolist.begin());
     host.SetIndicator(host.Style().Background);
     host.SetStatus("");

@@ -47,11 +47,9 @@ public:
 
     // PlayHost.
     void SetStatus(const std::string& text) override;
-    std::string Status() const override;
     void SetHoverCaptions(const std::string& row, const std::string& column) override;
     void SetIndicator(Colour colour) override;
     void SetCheckTimer(bool enabled) override;
-    bool CheckTimerEnabled() const override;
     void ShowErrorMarker(int left, int top, int size) override;
     void HideErrorMarker() override;
     void SetBusy(bool busy) override;

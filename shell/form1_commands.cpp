@@ -160,8 +160,6 @@ void Form1::ApplyScheme()
 
 void Form1::SetStatus(const std::string& text) { Label7->setText(QString::fromStdString(text)); }
 
-std::string Form1::Status() const { return Label7->text().toStdString(); }
-
 void Form1::SetHoverCaptions(const std::string& row, const std::string& column)
 {
     Label1->setText(QString::fromStdString(row));
@@ -177,8 +175,6 @@ void Form1::SetCheckTimer(bool enabled)
     else if (!Timer2.isActive())
         Timer2.start();
 }
-
-bool Form1::CheckTimerEnabled() const { return Timer2.isActive(); }
 
 void Form1::ShowErrorMarker(int left, int top, int size)
 {

@@ -71,11 +71,9 @@ public:
     }
 
     void SetStatus(const std::string& text) override { status = text, Note("status:" + text); }
-    std::string Status() const override { return status; }
     void SetHoverCaptions(const std::string& r, const std::string& c) override { rowCaption = r, columnCaption = c; }
     void SetIndicator(Colour colour) override { indicator = colour, Note("indicator:" + ColourText(colour)); }
     void SetCheckTimer(bool enabled) override { timer = enabled, Note(enabled ? "timer:on" : "timer:off"); }
-    bool CheckTimerEnabled() const override { return timer; }
     void ShowErrorMarker(int left, int top, int size) override
     {
         markerShown = true;
