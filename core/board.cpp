@@ -65,7 +65,6 @@ static void ClearCells(Board& board)
     board.UserRight.Fill(0);
     board.UserUp.Fill(0);
     board.UserDown.Fill(0);
-    board.CellMark.Fill(std::string());
     board.CellX.Fill(-1);
     board.CellY.Fill(-1);
     board.CellNo.Fill(0);

@@ -111,7 +111,6 @@ struct Board {
     CellArray<int> CellState;
     CellArray<int> PathLeft, PathRight, PathUp, PathDown;
     CellArray<int> UserLeft, UserRight, UserUp, UserDown;
-    CellArray<std::string> CellMark;
     CellArray<int> CellX, CellY;
     CellArray<int> CellNo;
     CellNumberArray CellRow, CellCol;

@@ -1,7 +1,8 @@
 // The puzzle generator: the path, its digits, the decoys, and the stage sequence.
 //
 // Every routine works on the Board it is given. Trace arguments are developer aids: with 1
-// they describe each step through ShowTrace (random.h); the game always passes 0.
+// they describe each step through ShowTrace (random.h). The game passes 0; tallyon-gen
+// --trace passes 1, for a developer following how a puzzle's digits came about.
 #pragma once
 
 #include "core/board.h"
@@ -55,7 +56,8 @@ std::string PathLinks(const Board& board, int row, int col);
 // Rewrites PathList with the link cells between the nodes and marks CellState 1 / 3.
 void ExpandPath(Board& board);
 
-// Turns the finished puzzle a quarter turn clockwise so that the path starts at the top.
+// Turns the finished puzzle a quarter turn clockwise so that the path starts at the top:
+// the digits, CellState and the path held in PathCells, and with it PathList and List2.
 void TurnPath(Board& board);
 
 // Puts digits on the path so that every path link is valid.

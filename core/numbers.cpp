@@ -8,20 +8,6 @@
 namespace tallyon {
 namespace {
 
-std::vector<std::string> SplitAtCommas(const std::string& text)
-{
-    std::vector<std::string> pieces(1);
-    for (char ch : text) {
-        if (ch == ',')
-            pieces.emplace_back();
-        else
-            pieces.back().push_back(ch);
-    }
-    return pieces;
-}
-
-int ToNumber(const std::string& text) { return text.empty() ? 0 : std::stoi(text); }
-
 // Unit steps from node A towards its link cell L, tested down, up, left, right.
 bool StepTowards(const Board& b, int a, int l, int& dr, int& dc, const char*& word)
 {
@@ -60,12 +46,11 @@ void TraceStep(const char* word, int a, int b, const MadeResult& made)
 
 void NumberPath(Board& board, int trace)
 {
-    const std::vector<std::string> pieces = SplitAtCommas(board.PathList);
-    const std::size_t last = pieces.size() - 1;
+    const std::vector<int>& cells = board.PathCells;
     board.NodeValue(board.CellRow[board.StartNode], board.CellCol[board.StartNode]) = RandomDigit();
-    for (std::size_t i = 0; i < last; i += 2) {
-        const int a = ToNumber(pieces[i]);
-        const int l = ToNumber(pieces[i + 1]);
+    for (std::size_t i = 0; i < cells.size(); i += 2) {
+        const int a = cells[i];
+        const int l = i + 1 < cells.size() ? cells[i + 1] : 0;
         const int ra = board.CellRow[a], ca = board.CellCol[a];
         board.CellState(ra, ca) = kPathNodeMark;
         int dr = 0, dc = 0;

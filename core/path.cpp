@@ -241,9 +241,6 @@ void LayPath(Board& board)
     // Cells outside 1..BoardSpan are written only by ResetBoard's clearing, so clearing
     // the board's own cells clears the whole arrays.
     ClearBoardCells(board.NodeValue, board.BoardSpan);
-    for (int r = 1; r <= board.BoardSpan; ++r)
-        for (int c = 1; c <= board.BoardSpan; ++c)
-            board.CellMark(r, c).clear();
     ClearPathMarks(board);
     WalkUntilRightEdge(board);
 }
@@ -325,35 +322,17 @@ void ExpandPath(Board& board)
     }
 }
 
-namespace {
-
-// The letter of the step from one cell to the next, or 0 when they share no line.
-char DirectionBetween(const Board& b, int from, int to)
-{
-    const int r1 = b.CellRow[from], c1 = b.CellCol[from];
-    const int r2 = b.CellRow[to], c2 = b.CellCol[to];
-    if (r1 == r2)
-        return c2 > c1 ? 'R' : 'L';
-    if (c1 == c2)
-        return r2 > r1 ? 'D' : 'U';
-    return 0;
-}
-
-} // namespace
-
 void TurnPath(Board& board)
 {
     const int span = board.BoardSpan;
+    const std::vector<int> cells = board.PathCells;
     ClearPathList(board);
     board.List3.clear();
-    for (const std::string& item : board.List2) {
-        const int k = std::stoi(item);
-        const int r = board.CellRow[k];
-        const int c = board.CellCol[k];
-        board.List3.push_back(FormatNumber(board.CellNo(c, span + 1 - r)));
+    for (int k : cells) {
+        const int turned = board.CellNo(board.CellCol[k], span + 1 - board.CellRow[k]);
+        board.List3.push_back(FormatNumber(turned));
+        AppendCell(board, turned);
     }
-    for (const std::string& item : board.List3)
-        AppendCell(board, std::stoi(item));
 
     CellArray<int> values;
     CellArray<int> states;
@@ -361,7 +340,6 @@ void TurnPath(Board& board)
         for (int c = 1; c <= span; ++c) {
             values(r, c) = board.NodeValue(r, c);
             states(r, c) = board.CellState(r, c);
-            board.CellMark(r, c).clear();
         }
     }
     for (int r = 1; r <= span; ++r) {
@@ -371,13 +349,6 @@ void TurnPath(Board& board)
         }
     }
     board.List2 = board.List3;
-    // The direction of each step, kept beside the earlier cell of the pair.
-    for (std::size_t i = 0; i + 1 < board.List2.size(); ++i) {
-        const int from = std::stoi(board.List2[i]);
-        const int to = std::stoi(board.List2[i + 1]);
-        const char dir = DirectionBetween(board, from, to);
-        board.CellMark(board.CellRow[from], board.CellCol[from]).assign(dir ? 1 : 0, dir);
-    }
 }
 
 } // namespace tallyon

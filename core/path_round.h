@@ -2,7 +2,7 @@
 //
 // Contract: LayPathAgain(board) lays a path exactly as LayPath does, but only on a board on
 // which nothing but LayPath and ExpandPath has run since the last LayPath. Those two write
-// no digits and no marks, so it leaves NodeValue and CellMark as they are (already clear).
+// no digits, so it leaves NodeValue as it is (already clear).
 // They set CellState and the path flags only on the cells listed in PathCells, so it clears
 // those cells alone.
 #pragma once

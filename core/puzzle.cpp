@@ -16,7 +16,6 @@ struct PathRound {
     std::vector<int> PathCells;
     CellArray<int> PathLeft, PathRight, PathUp, PathDown;
     CellArray<int> CellState;
-    CellArray<std::string> CellMark;
     int StartNode = 0;
     int EndNode = 0;
     std::array<int, 3> KeyNodes{};
@@ -30,7 +29,6 @@ struct PathRound {
         PathUp = b.PathUp;
         PathDown = b.PathDown;
         CellState = b.CellState;
-        CellMark = b.CellMark;
         StartNode = b.StartNode;
         EndNode = b.EndNode;
         KeyNodes = b.KeyNodes;
@@ -44,7 +42,6 @@ struct PathRound {
         b.PathUp = PathUp;
         b.PathDown = PathDown;
         b.CellState = CellState;
-        b.CellMark = CellMark;
         b.StartNode = StartNode;
         b.EndNode = EndNode;
         b.KeyNodes = KeyNodes;
@@ -64,17 +61,9 @@ int DecimalLength(int n)
 std::size_t ExpandedLength(const Board& board)
 {
     std::size_t length = board.PathList.size();
-    int previous = 0, number = 0;
-    for (char ch : board.PathList) {
-        if (ch != ',') {
-            number = number * 10 + (ch - '0');
-            continue;
-        }
-        if (previous > 0)
-            length += static_cast<std::size_t>(DecimalLength((previous + number) / 2) + 1);
-        previous = number;
-        number = 0;
-    }
+    const std::vector<int>& nodes = board.PathCells;
+    for (std::size_t i = 1; i < nodes.size(); ++i)
+        length += static_cast<std::size_t>(DecimalLength((nodes[i - 1] + nodes[i]) / 2) + 1);
     return length;
 }
 
@@ -130,9 +119,10 @@ int ResolveStartSide(int tag)
 
 void SetKeyNodes(Board& board)
 {
-    board.KeyNodes[1] = std::stoi(board.List2[HintItemIndex(board.List2.size())]);
-    board.KeyNodes[0] = std::stoi(board.List2.front());
-    board.KeyNodes[2] = std::stoi(board.List2.back());
+    const std::vector<int>& cells = board.PathCells;
+    board.KeyNodes[1] = cells[HintItemIndex(cells.size())];
+    board.KeyNodes[0] = cells.front();
+    board.KeyNodes[2] = cells.back();
     board.StartNode = board.KeyNodes[0];
     board.EndNode = board.KeyNodes[2];
 }

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <sstream>
 #include <vector>
 
 #ifndef TALLYON_HOMEPAGE
@@ -70,22 +69,11 @@ void DrawGrid(const Pass& p, int lineWidth)
             p.canvas.Box(p.X(c), p.Y(r), p.X(c + 1), p.Y(r + 1), kBlack, lineWidth);
 }
 
-std::vector<int> PathCells(const std::string& pathList)
-{
-    std::vector<int> cells;
-    std::stringstream in(pathList);
-    std::string piece;
-    while (std::getline(in, piece, ','))
-        if (!piece.empty())
-            cells.push_back(std::atoi(piece.c_str()));
-    return cells;
-}
-
 bool IsCellNumber(const Board& board, int k) { return k >= 1 && k <= board.BoardSpan * board.BoardSpan; }
 
 void DrawPath(const Pass& p, int lineWidth)
 {
-    const std::vector<int> cells = PathCells(p.board.PathList);
+    const std::vector<int>& cells = p.board.PathCells;
     for (std::size_t i = 1; i < cells.size(); ++i) {
         const int a = cells[i - 1];
         const int b = cells[i];

@@ -128,12 +128,10 @@ int MarkSide(const Board& board)
 
 void DrawPath(Canvas& canvas, const Board& board, const DrawStyle& style)
 {
-    std::vector<std::string> cells = SplitText(board.PathList, ',');
-    cells.pop_back(); // the empty piece after the final comma
+    const std::vector<int>& cells = board.PathCells;
     for (std::size_t i = 1; i < cells.size(); ++i) {
         int rowA = 0, colA = 0, rowB = 0, colB = 0;
-        if (CellOfNumber(board, NumberFromText(cells[i - 1]), rowA, colA) &&
-            CellOfNumber(board, NumberFromText(cells[i]), rowB, colB))
+        if (CellOfNumber(board, cells[i - 1], rowA, colA) && CellOfNumber(board, cells[i], rowB, colB))
             DrawLink(canvas, board, style, 1, rowA, colA, rowB, colB);
     }
 }

@@ -1,5 +1,6 @@
 // tallyon-gen: builds puzzles with the game's generator and prints them as text or JSON.
 #include "core/generator.h"
+#include "core/random.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -20,11 +21,12 @@ struct Options {
     int sideTag = -1;
     int count = 1;
     bool json = false;
+    bool trace = false; // the generator describes each digit it lays, on standard error
 };
 
 [[noreturn]] void Usage()
 {
-    std::fputs("usage: tallyon-gen --size N --side left|top|random [--count K] [--json]\n", stderr);
+    std::fputs("usage: tallyon-gen --size N --side left|top|random [--count K] [--json] [--trace]\n", stderr);
     std::exit(2);
 }
 
@@ -45,8 +47,8 @@ Options Parse(int argc, char** argv)
     Options o;
     for (int i = 1; i < argc; ++i) {
         const std::string_view flag = argv[i];
-        if (flag == "--json") {
-            o.json = true;
+        if (flag == "--json" || flag == "--trace") {
+            (flag == "--json" ? o.json : o.trace) = true;
             continue;
         }
         if (i + 1 >= argc)
@@ -142,10 +144,12 @@ void PrintText(const Board& b, const BuildStats& stats, int number)
 int main(int argc, char** argv)
 {
     const Options o = Parse(argc, argv);
+    if (o.trace)
+        SetTraceHandler([](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); });
     auto board = std::make_unique<Board>();
     for (int i = 1; i <= o.count; ++i) {
         board->GridSize = o.size;
-        const BuildStats stats = BuildPuzzle(*board, o.sideTag, kPictureWidth);
+        const BuildStats stats = BuildPuzzle(*board, o.sideTag, kPictureWidth, o.trace ? 1 : 0);
         if (o.json)
             PrintJson(*board, stats);
         else

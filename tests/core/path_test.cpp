@@ -156,7 +156,7 @@ TEST(PathWalk, TurnPathMovesTheLeftEdgeToTheTop)
 {
     auto board = FreshBoard(4); // BoardSpan 9
     // (1,1) -> (1,2) -> (1,3) -> (2,3) -> (3,3), and the corner (9,9).
-    board->List2 = {"1", "2", "3", "12", "21"};
+    board->PathCells = {1, 2, 3, 12, 21};
     board->NodeValue(1, 1) = 4;
     board->NodeValue(9, 9) = 7;
     board->CellState(1, 2) = 3;
@@ -167,8 +167,7 @@ TEST(PathWalk, TurnPathMovesTheLeftEdgeToTheTop)
     EXPECT_EQ(board->NodeValue(9, 1), 7); // (9,9) went to (9,1)
     EXPECT_EQ(board->NodeValue(1, 1), 0);
     EXPECT_EQ(board->CellState(2, 9), 3);
-    EXPECT_EQ(board->CellMark(1, 9), "D"); // each step's direction beside its first cell
-    EXPECT_EQ(board->CellMark(3, 9), "L");
+    EXPECT_EQ(board->PathCells, (std::vector<int>{9, 18, 27, 26, 25}));
 }
 
 // Depth-first search over every walk the layer could lay: from each left-edge node, always

@@ -120,6 +120,7 @@ inline void MakeRowPuzzle(Board& board, int gridSize)
     for (int col = 1; col <= board.BoardSpan; ++col) {
         board.PathRight(3, col) = col % 2 == 1 && col < board.BoardSpan;
         board.PathLeft(3, col) = col % 2 == 1 && col > 1;
+        board.PathCells.push_back(board.CellNo(3, col));
         board.List2.push_back(std::to_string(board.CellNo(3, col)));
         board.PathList += board.List2.back() + ",";
     }
