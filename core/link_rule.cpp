@@ -97,6 +97,23 @@ int SuggestResult(int a, int b)
 
 std::string FormatNumber(int n) { return std::to_string(n); }
 
+namespace {
+
+bool QuotientIsAsVerified(int n, int d, int c)
+{
+    if (d == 0)
+        return n == 0;
+    return static_cast<double>(n) / static_cast<double>(d) == static_cast<double>(c);
+}
+
+} // namespace
+
+bool IsValidTripleAsVerified(int a, int b, int c)
+{
+    return (a == b && c == 1) || a + b == c || a - b == c || b - a == c || a * b == c ||
+           QuotientIsAsVerified(a, b, c) || QuotientIsAsVerified(b, a, c);
+}
+
 bool IsValidTriple(int a, int b, int c)
 {
     if (a == b && c == 1)

@@ -24,13 +24,21 @@ struct MadeResult {
 MadeResult MakeResult(int a, int b);
 
 // A fixed third digit for a and b: 1 when equal, else the sum, the difference, or the
-// product if it is a digit; -1 when none is.
+// product if it is a digit; -1 when none is. The game itself no longer calls it, as Verify
+// judges links and never repairs them; it stays as the rule's one non-random completion, its
+// order pinned by tests, for tools that need the same answer every time.
 int SuggestResult(int a, int b);
 
 // The number in decimal, without blanks.
 std::string FormatNumber(int n);
 
-// The link rule on three digits.
+// The link rule has two readings, which differ only where a divisor is 0, a digit no built
+// puzzle holds, so only a damaged or hand-made board tells them apart.
+//
+// The generator's reading: a division by 0 never holds.
 bool IsValidTriple(int a, int b, int c);
+// Verify's reading, in which the quotient is compared as floating point does it: n / 0 is
+// infinite and never equal, but 0 / 0 counts as equal to any c, so (0, 0, c) always holds.
+bool IsValidTripleAsVerified(int a, int b, int c);
 
 } // namespace tallyon

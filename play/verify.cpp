@@ -15,21 +15,6 @@ const char* const kOverused = "A node is used more than twice";
 const char* const kNotSolved = "Not solved: Connect Start to End and use the Hint Node";
 const char* const kSolved = "All Done !";
 
-// The quotient n / d compared with c as floating point does it: n / 0 is infinite and never
-// equal, 0 / 0 is undefined and compares as equal.
-bool QuotientIs(int n, int d, int c)
-{
-    if (d == 0)
-        return n == 0;
-    return static_cast<double>(n) / static_cast<double>(d) == static_cast<double>(c);
-}
-
-bool TripleHolds(int a, int b, int c)
-{
-    return (a == b && c == 1) || a + b == c || a - b == c || b - a == c || a * b == c ||
-           QuotientIs(a, b, c) || QuotientIs(b, a, c);
-}
-
 struct Direction {
     int dRow, dCol;
     CellArray<int> Board::*flag;
@@ -68,18 +53,7 @@ bool KeyNodeLinked(const Board& board, int cellNo)
 
 } // namespace
 
-int CheckMath(int repair, int a, int b, int& c)
-{
-    if (TripleHolds(a, b, c))
-        return 0;
-    if (repair == 0)
-        return -1;
-    const int suggested = SuggestResult(a, b);
-    if (suggested < 0)
-        return -1;
-    c = suggested;
-    return 0;
-}
+int CheckMath(int a, int b, int c) { return IsValidTripleAsVerified(a, b, c) ? 0 : -1; }
 
 int NodeDegree(const Board& board, int row, int col)
 {
@@ -114,8 +88,8 @@ CheckResult CheckSolution(const Board& board)
                     continue;
                 ++links;
                 const int linkRow = row + d.dRow, linkCol = col + d.dCol;
-                int c = board.NodeValue(row + 2 * d.dRow, col + 2 * d.dCol);
-                if (CheckMath(0, board.NodeValue(row, col), board.NodeValue(linkRow, linkCol), c) != 0)
+                const int c = board.NodeValue(row + 2 * d.dRow, col + 2 * d.dCol);
+                if (CheckMath(board.NodeValue(row, col), board.NodeValue(linkRow, linkCol), c) != 0)
                     return {kWrongMath, linkRow, linkCol, kStatusWrongMath};
             }
         }

@@ -27,10 +27,9 @@ struct CheckResult {
 // The verdict on the user's links, scanning nodes row by row.
 CheckResult CheckSolution(const Board& board);
 
-// Tests the triple a (node), b (link cell), c (node): 0 when it is valid, -1 when not. With
-// repair set, a failing triple gets c replaced by a suggested result of a and b when there is
-// one (then 0).
-int CheckMath(int repair, int a, int b, int& c);
+// Tests the triple a (node), b (link cell), c (node) in Verify's reading of the link rule
+// (IsValidTripleAsVerified): 0 when it is valid, -1 when not.
+int CheckMath(int a, int b, int c);
 
 // The number of user links at a node.
 int NodeDegree(const Board& board, int row, int col);

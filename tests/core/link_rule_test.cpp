@@ -30,6 +30,19 @@ TEST(LinkRule, HelpTextTriplesAndEveryOperationBothWays)
     }
 }
 
+// The two readings agree on every triple of digits 0..9 but those with two zero digits
+// a and b, which Verify's reading takes as 0 / 0, equal to anything.
+TEST(LinkRule, VerifysReadingDiffersOnlyOnZeroOverZero)
+{
+    for (int a = 0; a <= 9; ++a)
+        for (int b = 0; b <= 9; ++b)
+            for (int c = 0; c <= 9; ++c)
+                EXPECT_EQ(IsValidTripleAsVerified(a, b, c), IsValidTriple(a, b, c) || (a == 0 && b == 0))
+                    << a << "," << b << "," << c;
+    EXPECT_FALSE(IsValidTripleAsVerified(5, 0, 9)); // 5 / 0 is never equal
+    EXPECT_TRUE(IsValidTripleAsVerified(0, 0, 7));
+}
+
 // For every pair of end digits: some link digit makes the link valid, at least three make it
 // invalid, and the picker, the suggestion and MakeResult give what they promise.
 TEST(LinkRule, EveryDigitPairHasDigitsOfBothKinds)
