@@ -60,12 +60,4 @@ void SetMenuColour(QMenuBar* bar, Colour colour)
     });
 }
 
-void RestoreMenuColour(QMenuBar* bar)
-{
-    ForBarAndMenus(bar, [](QWidget* w) {
-        w->setPalette(QPalette());
-        w->setAutoFillBackground(false);
-    });
-}
-
 } // namespace tallyon

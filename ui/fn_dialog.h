@@ -1,5 +1,6 @@
 // FNDialog: a "..." push button that opens the file-open or file-save dialog and returns the
-// chosen path.
+// chosen path. No window of the game places it yet; it is a finished control of the kit for
+// the window that first needs a file chosen.
 //
 // Events of the button are passed on with their arguments by reference, so the holding window
 // may change them; a KeyPress whose character is set to 0 is dropped.

@@ -1,4 +1,6 @@
 // The saved properties of a control: a name -> value map read and written with defaults.
+// No window of the game saves its controls today; BoxControl and FNDialog read and write
+// their properties through it so that a window that is saved can keep them.
 //
 // Write stores a value only when it differs from its default (a value equal to the default
 // removes any stored one), so Read with the same default gives the value back either way.
