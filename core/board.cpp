@@ -2,6 +2,7 @@
 #include "core/board.h"
 
 #include <charconv>
+#include <climits>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -18,16 +19,10 @@ void IndexFault(const char* what, int first, int second)
 
 int RoundHalfEven(double value)
 {
-    const double below = std::floor(value);
-    const double fraction = value - below;
-    double result = below;
-    if (fraction > 0.5) {
-        result = below + 1.0;
-    } else if (fraction == 0.5) {
-        // An exact half goes to the even neighbour.
-        result = std::fmod(below, 2.0) == 0.0 ? below : below + 1.0;
-    }
-    return static_cast<int>(result);
+    const double rounded = std::nearbyint(value); // the default rounding mode: ties to even
+    if (!(rounded >= static_cast<double>(INT_MIN) && rounded <= static_cast<double>(INT_MAX)))
+        return 0;
+    return static_cast<int>(rounded);
 }
 
 int WrapGridSize(int size)

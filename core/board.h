@@ -40,6 +40,11 @@ private:
     std::array<T, Side * Side> cells_{};
 };
 
+// The nodes of the largest lattice the cell arrays hold: 14 by 14, at the odd rows and
+// columns 1..27.
+inline constexpr int kCellArrayLatticeSide = (CellArray<int>::Hi + 1) / 2;
+inline constexpr int kCellArrayNodes = kCellArrayLatticeSide * kCellArrayLatticeSide;
+
 // A one-dimensional array indexed by cell number, 0 to 729.
 class CellNumberArray {
 public:
@@ -140,18 +145,27 @@ void LayoutBoard(Board& board, int pictureWidth);
 void ResetBoard(Board& board, int pictureWidth);
 
 // 0 outside 1..BoardSpan; otherwise the 1-based position of "<CellNo>," in PathList, or 0.
-// A plain substring search: "3," is found inside "13,". Kept on purpose.
+// A plain substring search: "3," is found inside "13,". The walk refuses the nodes it finds,
+// so it also refuses some free nodes whose number ends a listed one; the shapes and lengths of
+// the paths it lays, and the proof of the longest it can reach, rest on that refusal.
 int IsOnPath(const Board& board, int row, int col);
 
 // Wraps a grid size into 4..10: above 10 gives 4, below 4 gives 10.
 int WrapGridSize(int size);
+
+// How a board is shown, on screen, on paper and on the clipboard alike: the draw modes, and
+// the NodeShape setting's value for round nodes (any other value draws boxes).
+inline constexpr int kPuzzleMode = 0;   // the puzzle, with the player's links on screen
+inline constexpr int kSolutionMode = 1; // the puzzle with its solution path
+inline constexpr int kRoundNodes = 2;
 
 // True for node cells (odd row, odd column).
 inline bool IsNode(int row, int col) { return (row & 1) && (col & 1); }
 // True for link cells (exactly one coordinate even).
 inline bool IsLinkCell(int row, int col) { return ((row & 1) != 0) != ((col & 1) != 0); }
 
-// Rounds to the nearest integer, an exact half going to the even neighbour.
+// Rounds to the nearest integer, an exact half going to the even neighbour; 0 for a value
+// outside the range of int, or not a number, as a damaged settings file may give.
 int RoundHalfEven(double value);
 
 // The index of the Hint among the items of a path list of `items` cells: half the count,

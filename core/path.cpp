@@ -64,7 +64,7 @@ void ClearBoardCells(CellArray<int>& cells, int span)
 
 // The nodes touched by the current attempt, so that a new attempt clears only those.
 struct AttemptNodes {
-    static constexpr int Max = 14 * 14; // nodes of the largest lattice the arrays hold
+    static constexpr int Max = kCellArrayNodes;
     std::array<std::pair<int, int>, Max> at; // the first count entries are set
     int count = 0;
     void Add(int row, int col)

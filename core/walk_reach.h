@@ -24,7 +24,7 @@ public:
     bool Used(int row, int col) const { return used_[Slot(row, col)]; }
 
 private:
-    static constexpr int kMaxNodes = 14 * 14; // the largest lattice the cell arrays hold
+    static constexpr int kMaxNodes = kCellArrayNodes;
     static constexpr int kStride = 32;        // more than the 27 cells of the longest row
     static std::size_t Slot(int row, int col) { return static_cast<std::size_t>(row * kStride + col); }
     void MarkUsed(int cellNumber);

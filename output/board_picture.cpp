@@ -90,7 +90,7 @@ void DrawNode(const Pass& p, int row, int col, bool inverted)
     const int cx = p.X(col);
     const int cy = p.Y(row);
     const Colour fill = inverted ? kBlack : kWhite;
-    if (p.options.NodeShape == 2) {
+    if (p.options.NodeShape == kRoundNodes) {
         p.canvas.Circle(cx, cy, Round(kNodeRadius * p.pitch), kBlack, 1, fill);
     } else {
         const int h = Round(kNodeHalfBox * p.pitch);

@@ -18,7 +18,7 @@ namespace tallyon {
 
 // What the output needs from the settings and the board picture Picture1.
 struct OutputOptions {
-    int NodeShape = 2;            // 2 circle, anything else a box
+    int NodeShape = kRoundNodes;  // anything else draws boxes
     int GridLineWidth = 1;        // pen width of the clipboard picture (screen pixels)
     int PrintLineWidth = 6;       // pen width on the printer (printer pen units)
     QString fontName = "Arial";   // Picture1's font
@@ -28,10 +28,8 @@ struct OutputOptions {
     double devicePixelRatio = 1.0; // of the screen the picture is made for; below 1 counts as 1
 };
 
-inline constexpr int kPuzzleMode = 0;
-inline constexpr int kSolutionMode = 1;
-
-// 0.9, but 0.8 when BoardSpan is 11 (GridSize 5); that single exception is kept on purpose.
+// 0.9, but 0.8 when BoardSpan is 11 (GridSize 5): printed 5x5 boards keep the size they have
+// always printed at, so a player's new printouts match the earlier ones.
 double OutputScale(const Board& board);
 // The printed cell pitch in twips: CellPitch x OutputScale.
 double OutputPitch(const Board& board);

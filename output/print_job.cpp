@@ -1,6 +1,7 @@
 // Sends the puzzle and its solution to the default printer, or to a PDF file without one.
 #include "output/print_job.h"
 
+#include "platform/answer_codes.h"
 #include "platform/qpainter_canvas.h"
 #include "ui/message_box.h"
 
@@ -72,7 +73,7 @@ void PrintPuzzleAndSolution(const Board& board, const OutputOptions& options, co
 {
     if (board.List2.empty())
         return;
-    if (ShowMessage("Print Puzzle and its Solution?", "vbyesno+vbquestion") != 6)
+    if (ShowMessage("Print Puzzle and its Solution?", "vbyesno+vbquestion") != kAnswerYes)
         return;
 
     const QPrinterInfo info = QPrinterInfo::defaultPrinter();

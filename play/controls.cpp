@@ -47,7 +47,7 @@ void NewPuzzle(PlayHost& host, Board& board, PlayState& state, int button)
     board.BoardSpan = 2 * size + 1;
     ClearForNewPuzzle(host, state);
     BuildPuzzle(board, host.Next().PathDirection, host.PictureWidth());
-    DrawBoard(host, board, 0);
+    DrawBoard(host, board, kPuzzleMode);
 
     host.SetStatus("Puzzle Created");
     host.SetBoardEnabled(true);
@@ -61,7 +61,7 @@ void ShowSolution(PlayHost& host, const Board& board)
     {
         const std::unique_ptr<Canvas> canvas = host.OpenBoardCanvas();
         const DrawStyle style = host.Style();
-        DrawBoard(*canvas, board, style, 1);
+        DrawBoard(*canvas, board, style, kSolutionMode);
         for (int row = 1; row <= board.BoardSpan; ++row) {
             for (int col = 1; col <= board.BoardSpan; ++col) {
                 // Link cells go straight to their own colours: a node-coloured patch under
@@ -84,7 +84,7 @@ void HideSolution(PlayHost& host, const Board& board)
     if (board.PathList.empty())
         return;
     host.SetStatus("");
-    DrawBoard(host, board, 0);
+    DrawBoard(host, board, kPuzzleMode);
 }
 
 int StepGridSize(PlayHost& host, int button)
@@ -116,7 +116,7 @@ void RedrawBoard(PlayHost& host, Board& board)
 {
     host.ApplyLayoutAndColours();
     if (!board.PathList.empty()) {
-        DrawBoard(host, board, 0);
+        DrawBoard(host, board, kPuzzleMode);
         return;
     }
     LayoutBoard(board, host.PictureWidth());

@@ -48,7 +48,7 @@ private:
     {
         const int x = board_.CellX(row, col);
         const int y = board_.CellY(row, col);
-        if (style_.NodeShape == 2) {
+        if (style_.NodeShape == kRoundNodes) {
             canvas_.Circle(x, y, NodeRadius(board_), fore, LinePen(board_, style_), fill);
             return;
         }
@@ -260,7 +260,7 @@ void DrawBoard(Canvas& canvas, const Board& board, const DrawStyle& style, int m
                 cells.Draw(row, col, style.GridColour, style.Background);
         }
     }
-    if (mode == 1)
+    if (mode == kSolutionMode)
         DrawPath(canvas, board, style);
     else
         DrawUserLinks(canvas, board, style, cells);

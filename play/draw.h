@@ -13,8 +13,8 @@
 namespace tallyon {
 
 // Fixed colours of the marks; they belong to no scheme.
-inline constexpr Colour kEndMarkColour = RGB(240, 0, 0);  // Start and End rings and the "X"s
-inline constexpr Colour kHintMarkColour = RGB(20, 20, 200); // the Hint ring
+inline constexpr Colour kEndMarkColour = fixed::Red;   // Start and End rings and the "X"s
+inline constexpr Colour kHintMarkColour = fixed::Blue; // the Hint ring
 
 // Clears the picture with the background and draws the grid lines through the node centres
 // (the outlines of the boxes between neighbouring nodes) in GridColour at GridLineWidth.

@@ -6,6 +6,7 @@
 // No play routine keeps state of its own between calls.
 #pragma once
 
+#include "core/board.h"
 #include "platform/canvas.h"
 #include "platform/colour.h"
 
@@ -24,7 +25,7 @@ struct DrawStyle {
     Colour UserLineColour = 0;
     Colour Background = fixed::White; // the scheme's entry 2
     int GridLineWidth = 1;            // pen units (one logical pixel on screen)
-    int NodeShape = 2;                // 2 circle, anything else a box
+    int NodeShape = kRoundNodes;      // anything else draws boxes
     std::string FontFamily = "Arial";
 };
 
@@ -63,7 +64,7 @@ public:
     virtual void SetNextGridSize(int size) = 0;
     // Stores the next path direction and shows it on Label6 ("Random", "Left", "Top").
     virtual void SetNextPathDirection(int direction) = 0;
-    // Shows the program's message box and returns its result code (6 = Yes).
+    // Shows the program's message box and returns its answer code (platform/answer_codes.h).
     virtual int Ask(const std::string& message, const std::string& style) = 0;
     // Width of the board picture in twips.
     virtual int PictureWidth() const = 0;

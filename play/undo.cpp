@@ -1,6 +1,7 @@
 // Undo history: taking back the newest recorded link change, and the reset of all user links.
 #include "play/undo.h"
 
+#include "platform/answer_codes.h"
 #include "play/draw.h"
 #include "play/move.h"
 
@@ -8,8 +9,6 @@
 
 namespace tallyon {
 namespace {
-
-constexpr int kYes = 6;
 
 void ClearUserLinks(Board& board)
 {
@@ -49,11 +48,11 @@ void UndoMove(PlayHost& host, Board& board, PlayState& state, int button)
     if (state.undolist.empty())
         return;
     if (button == 2) {
-        if (host.Ask("Clear all user entries?", "vbyesno+vbquestion") != kYes)
+        if (host.Ask("Clear all user entries?", "vbyesno+vbquestion") != kAnswerYes)
             return;
         host.SetCheckTimer(false);
         ClearUserLinks(board);
-        DrawBoard(host, board, 0);
+        DrawBoard(host, board, kPuzzleMode);
     }
     UndoNewest(host, board, state);
 }

@@ -6,6 +6,7 @@
 #include "play/draw.h"
 #include "play/linking.h"
 #include "play/undo.h"
+#include "platform/qt_colour.h"
 #include "play/verify.h"
 #include "shell/config_file.h"
 #include "shell/instructions.h"
@@ -93,7 +94,8 @@ void Form1::BuildControls()
     errorMarker->setObjectName("errorMarker");
     errorMarker->setFrameShape(QFrame::Box);
     errorMarker->setLineWidth(2);
-    errorMarker->setStyleSheet("QFrame { border: 2px solid rgb(240, 0, 0); background: transparent; }");
+    errorMarker->setStyleSheet(QStringLiteral("QFrame { border: 2px solid %1; background: transparent; }")
+                                   .arg(ToQColor(fixed::Red).name()));
     errorMarker->setAttribute(Qt::WA_TransparentForMouseEvents);
     errorMarker->hide();
 

@@ -3,6 +3,7 @@
 
 #include "core/generator.h"
 #include "output/clipboard_picture.h"
+#include "platform/answer_codes.h"
 #include "output/print_job.h"
 #include "play/controls.h"
 #include "play/draw.h"
@@ -87,7 +88,7 @@ void Form1::ExitCommand()
 {
     const int answer = ShowMessage("Exit?", "vbYesNo+vbquestion");
     QCoreApplication::processEvents();
-    if (answer != 6)
+    if (answer != kAnswerYes)
         return;
     WriteConfig(state_);
     CloseOtherWindows();

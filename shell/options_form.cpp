@@ -1,6 +1,7 @@
 // Form6, "Tallyon Options": activation, swatch clicks, scheme preview and Apply.
 #include "shell/options_form.h"
 
+#include "core/board.h"
 #include "shell/options_samples.h"
 #include "shell/schemes.h"
 #include "shell/window_paint.h"
@@ -23,14 +24,6 @@ namespace tallyon {
 namespace {
 
 constexpr int kMaxGridLineWidth = 6;
-
-int RoundHalfToEven(double value)
-{
-    const double rounded = std::nearbyint(value);   // the default mode: ties to even
-    if (!(rounded >= -2147483648.0 && rounded <= 2147483647.0))
-        return 0;
-    return static_cast<int>(rounded);
-}
 
 // Selects the button at `index` of a group and clears the others; -1 clears all.
 template <typename Buttons>
@@ -80,7 +73,7 @@ double LeadingValue(const QString& text)
 
 int PrintLineWidthFromText(const QString& text)
 {
-    const int width = RoundHalfToEven(LeadingValue(text));
+    const int width = RoundHalfEven(LeadingValue(text));
     return width < 1 ? 1 : width;
 }
 
@@ -207,7 +200,7 @@ void Form6::command1Click()
     if (Option1->isChecked())
         s.NodeShape = 1;
     else if (Option2->isChecked())
-        s.NodeShape = 2;
+        s.NodeShape = kRoundNodes;
     s.GridColour = shape2->BorderColor();
     s.GridLineWidth = shape2->BorderWidth();
     s.ShapeColour = Shape1->FillColor();

@@ -2,6 +2,7 @@
 #include "shell/picture_box.h"
 
 #include "platform/qpainter_canvas.h"
+#include "platform/qt_colour.h"
 #include "ui/box_control.h"
 
 #include <QMouseEvent>
@@ -51,7 +52,7 @@ void PictureBox::EnsureImage()
         return;
     QImage fresh(wanted, QImage::Format_RGB32);
     fresh.setDevicePixelRatio(ratio);
-    fresh.fill(QColor(RedOf(back_), GreenOf(back_), BlueOf(back_)));
+    fresh.fill(ToQColor(back_));
     if (!image_.isNull()) {
         QPainter copy(&fresh);
         copy.drawImage(QPointF(0, 0), image_);

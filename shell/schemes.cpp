@@ -1,6 +1,8 @@
 // Listing and loading the colour schemes of "all.col".
 #include "shell/schemes.h"
 
+#include "core/board.h"
+#include "platform/qt_colour.h"
 #include "shell/text_file.h"
 #include "ui/message_box.h"
 
@@ -63,8 +65,7 @@ void LetEventsRun()
 
 Colour PlatformListBackground()
 {
-    const QColor base = QApplication::palette().color(QPalette::Base);
-    return RGB(base.red(), base.green(), base.blue());
+    return FromQColor(QApplication::palette().color(QPalette::Base));
 }
 
 } // namespace
@@ -138,8 +139,7 @@ int SchemeChannelValue(const QString& field)
     }
     if (negative)
         return 0;   // a negative value counts as 0, as a value above 255 counts as 255
-    const double rounded = std::nearbyint(value);   // half to even in the default mode
-    return rounded > 255.0 ? 255 : static_cast<int>(rounded);
+    return value > 255.0 ? 255 : RoundHalfEven(value);
 }
 
 Colour LoadSchemeAtStartup(AppState& state, const QString& name)
@@ -160,7 +160,7 @@ Colour LoadSchemePreview(AppState& state, const QString& name)
     if (name.toLower() == QStringLiteral("default.col")) {
         table[kSchemeBackground] = PlatformListBackground();
         table[kSchemeControl] = table[kSchemeBackground];
-        table[kSchemeMenuBar] = RGB(20, 20, 200);
+        table[kSchemeMenuBar] = fixed::Blue;
         return table[kSchemeBackground];
     }
     const QString file = state.PreviewSchemesFile.isEmpty() ? QStringLiteral("all.col")

@@ -1,13 +1,15 @@
 // The settings a fresh install starts with.
 #include "shell/settings.h"
 
+#include "core/board.h"
+
 namespace tallyon {
 
 Settings FreshInstallSettings()
 {
     Settings s;
     s.GridSize = 7;
-    s.NodeShape = 2;
+    s.NodeShape = kRoundNodes;
     s.GridLineWidth = 1;
     s.ShapeColour = RGB(0, 0, 0);
     s.GridColour = RGB(0, 0, 0);

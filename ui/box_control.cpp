@@ -1,6 +1,7 @@
 // The box button: its face, its saved properties and the events it passes on.
 #include "ui/box_control.h"
 
+#include "platform/canvas.h"
 #include "platform/qt_colour.h"
 
 #include "ui/property_bag.h"
@@ -14,15 +15,12 @@
 namespace tallyon {
 namespace {
 
-constexpr qreal kTwipsPerPixel = 15.0;
 constexpr qreal kInset = 20.0 / kTwipsPerPixel;  // the bevel's inset, 20 twips
 constexpr int kDefaultFontSize = 8;
 
-Colour ToColour(const QColor& c) { return RGB(c.red(), c.green(), c.blue()); }
-
 Colour SystemColour(QPalette::ColorRole role)
 {
-    return ToColour(QApplication::palette().color(role));
+    return FromQColor(QApplication::palette().color(role));
 }
 
 QColor Mix(const QColor& a, const QColor& b, qreal t)
@@ -104,7 +102,7 @@ BoxControl::BoxControl(QWidget* parent)
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
-    resize(1215 / 15, 495 / 15);
+    resize(1215 / kTwipsPerPixel, 495 / kTwipsPerPixel);
 }
 
 void BoxControl::SetBackColor(Colour colour) { back_ = colour; Changed("BackColor", false); }
@@ -143,7 +141,10 @@ void BoxControl::ReadProperties(const PropertyBag& bag)
     font_.setPointSize(qMax(1, bag.Read("FontSize", kDefaultFontSize).toInt()));
     font_.setBold(bag.Read("FontBold", 0).toInt() != 0);
     font_.setItalic(bag.Read("FontItalic", false).toBool());
-    back_ = bag.Read("BackColor", buttonText).toUInt();  // the same default as ForeColor, meant so
+    // Read and Write share this default, so every back colour survives a save and a load. It
+    // is the text colour, as for ForeColor, because boxes already saved were written against
+    // that default; another default would change how they load.
+    back_ = bag.Read("BackColor", buttonText).toUInt();
     picture_ = bag.Read("Picture", QPixmap()).value<QPixmap>();
     Redraw();
 }

@@ -1,6 +1,7 @@
 // The file-name dialog control: its button, its saved properties and the file dialog it opens.
 #include "ui/fn_dialog.h"
 
+#include "platform/canvas.h"
 #include "platform/qt_colour.h"
 
 #include "ui/box_control.h"
@@ -16,7 +17,6 @@
 namespace tallyon {
 namespace {
 
-constexpr float kTwipsPerPixel = 15.0F;
 const QString kDefaultTitle = QStringLiteral("Select File");
 const QString kDefaultCaption = QStringLiteral("...");
 
@@ -53,9 +53,7 @@ FNDialog::FNDialog(QWidget* parent) : QWidget(parent)
     command1->setObjectName(QStringLiteral("command1"));
     command1->installEventFilter(this);
     command1->setMouseTracking(true);
-    back_ = RGB(command1->palette().color(QPalette::Button).red(),
-                command1->palette().color(QPalette::Button).green(),
-                command1->palette().color(QPalette::Button).blue());
+    back_ = FromQColor(command1->palette().color(QPalette::Button));
     connect(command1, &QPushButton::clicked, this, &FNDialog::Click);
     resize(24, 22);
     command1->setGeometry(rect());
@@ -195,8 +193,8 @@ void FNDialog::PassMouse(QEvent* event)
 {
     auto* mouse = static_cast<QMouseEvent*>(event);
     int shift = ShiftCode(mouse->modifiers());
-    float x = static_cast<float>(mouse->position().x()) * kTwipsPerPixel;
-    float y = static_cast<float>(mouse->position().y()) * kTwipsPerPixel;
+    float x = static_cast<float>(mouse->position().x() * kTwipsPerPixel);
+    float y = static_cast<float>(mouse->position().y() * kTwipsPerPixel);
     if (event->type() == QEvent::MouseMove) {
         int buttons = MouseButtonsCode(mouse->buttons());
         emit MouseMove(buttons, shift, x, y);

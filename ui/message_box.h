@@ -1,4 +1,4 @@
-// The program's message box: ShowMessage(message, style) -> result code (6 = Yes).
+// The program's message box: ShowMessage(message, style) -> answer code (platform/answer_codes.h).
 //
 // The style is keywords joined by "+" ("vbyesno+vbquestion"), case-insensitive. The box is
 // created on first use and kept; its Result survives between calls.

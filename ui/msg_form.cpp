@@ -1,6 +1,7 @@
 // The message box window: style keywords, layout in twips, and the answer buttons' keys.
 #include "ui/msg_form.h"
 
+#include "platform/answer_codes.h"
 #include "platform/qt_colour.h"
 #include "ui/front_window.h"
 
@@ -30,8 +31,9 @@ struct Keyword {
     std::initializer_list<ButtonDef> buttons;
 };
 
-// Every keyword the style grammar knows. "vbcancelok" gives Ok first, "vbnormal" an Ok of
-// code 0, and "Continue" returns 6 like Yes: all three are meant so.
+// Every keyword the style grammar knows. "vbcancelok" is another name for "vbokcancel", so
+// its Ok comes first too; "vbnormal" shows an Ok that answers nothing, for a box that only
+// informs; "Continue" answers Yes, so a caller that asks whether to go on needs one test.
 const Keyword kKeywords[] = {
     {"vbquestion", 0, {}},
     {"vbexclamation", 1, {}},
@@ -43,25 +45,25 @@ const Keyword kKeywords[] = {
     {"vbprint", 7, {}},
     {"vblighton", 8, {}},
     {"vbcustom", 10, {}},
-    {"vbok", -1, {{"Ok", 1}}},
-    {"vbokonly", -1, {{"Ok", 1}}},
-    {"vbnormal", -1, {{"Ok", 0}}},
-    {"vbokcancel", -1, {{"Ok", 1}, {"Cancel", 2}}},
-    {"vbcancelok", -1, {{"Ok", 1}, {"Cancel", 2}}},
-    {"vbcancel", -1, {{"Cancel", 2}}},
-    {"vbyes", -1, {{"Yes", 6}}},
-    {"vbno", -1, {{"No", 7}}},
-    {"vbyesno", -1, {{"Yes", 6}, {"No", 7}}},
-    {"vbyesnocancel", -1, {{"Yes", 6}, {"No", 7}, {"Cancel", 2}}},
-    {"vbretry", -1, {{"Retry", 4}}},
-    {"vbretrycancel", -1, {{"Retry", 4}, {"Cancel", 2}}},
-    {"vbabort", -1, {{"Abort", 3}}},
-    {"vbignore", -1, {{"Ignore", 5}}},
-    {"vbabortretryignore", -1, {{"Abort", 3}, {"Retry", 4}, {"Ignore", 5}}},
-    {"vbcontinuecancel", 2, {{"Continue", 6}, {"Cancel", 2}}},
+    {"vbok", -1, {{"Ok", kAnswerOk}}},
+    {"vbokonly", -1, {{"Ok", kAnswerOk}}},
+    {"vbnormal", -1, {{"Ok", kAnswerNone}}},
+    {"vbokcancel", -1, {{"Ok", kAnswerOk}, {"Cancel", kAnswerCancel}}},
+    {"vbcancelok", -1, {{"Ok", kAnswerOk}, {"Cancel", kAnswerCancel}}},
+    {"vbcancel", -1, {{"Cancel", kAnswerCancel}}},
+    {"vbyes", -1, {{"Yes", kAnswerYes}}},
+    {"vbno", -1, {{"No", kAnswerNo}}},
+    {"vbyesno", -1, {{"Yes", kAnswerYes}, {"No", kAnswerNo}}},
+    {"vbyesnocancel", -1, {{"Yes", kAnswerYes}, {"No", kAnswerNo}, {"Cancel", kAnswerCancel}}},
+    {"vbretry", -1, {{"Retry", kAnswerRetry}}},
+    {"vbretrycancel", -1, {{"Retry", kAnswerRetry}, {"Cancel", kAnswerCancel}}},
+    {"vbabort", -1, {{"Abort", kAnswerAbort}}},
+    {"vbignore", -1, {{"Ignore", kAnswerIgnore}}},
+    {"vbabortretryignore", -1, {{"Abort", kAnswerAbort}, {"Retry", kAnswerRetry}, {"Ignore", kAnswerIgnore}}},
+    {"vbcontinuecancel", 2, {{"Continue", kAnswerYes}, {"Cancel", kAnswerCancel}}},
 };
 
-constexpr int Px(int twips) { return twips / MsgForm::kTwipsPerPixel; }
+constexpr int Px(int twips) { return twips / kTwipsPerPixel; }
 
 
 // Carriage return + line feed, or either alone, starts a new line on screen.
@@ -155,9 +157,7 @@ MsgForm::MsgForm(QWidget* parent)
 {
     setWindowTitle(QStringLiteral("Message"));
     setModal(true);
-    back_ = static_cast<Colour>(RGB(palette().color(QPalette::Window).red(),
-                                    palette().color(QPalette::Window).green(),
-                                    palette().color(QPalette::Window).blue()));
+    back_ = FromQColor(palette().color(QPalette::Window));
     setFont(QFont(QStringLiteral("Arial"), 10));
 
     for (int i = 0; i < kMessageIconCount; ++i) {

@@ -4,6 +4,7 @@
 // the pixel geometry of the controls times 15 is the twips layout exactly.
 #pragma once
 
+#include "platform/canvas.h"
 #include "platform/colour.h"
 #include "ui/message_icons.h"
 
@@ -42,7 +43,6 @@ class MsgForm : public QDialog {
     Q_OBJECT
 public:
     // Design sizes in twips.
-    static constexpr int kTwipsPerPixel = 15;
     static constexpr int kIconLeft = 240, kIconTop = 180, kIconSize = 600;
     static constexpr int kLabelLeft = 1080, kLabelTop = 300;
     static constexpr int kButtonWidth = 1200, kButtonHeight = 375;

@@ -154,7 +154,7 @@ void MsgFormTest::onlyAButtonEndsTheBox()
 void MsgFormTest::layoutFollowsText()
 {
     MsgForm form;
-    const int px = MsgForm::kTwipsPerPixel;
+    const int px = kTwipsPerPixel;
 
     form.Prepare("Exit?", "vbyesno");
     const int oneLineButtons = form.cmd[0]->y();
