@@ -159,6 +159,20 @@ inline constexpr int kPuzzleMode = 0;   // the puzzle, with the player's links o
 inline constexpr int kSolutionMode = 1; // the puzzle with its solution path
 inline constexpr int kRoundNodes = 2;
 
+// True when (row, col) lies on the board, 1..BoardSpan in both, and inside the cell arrays.
+inline bool OnBoard(const Board& board, int row, int col)
+{
+    return row >= 1 && row <= board.BoardSpan && col >= 1 && col <= board.BoardSpan && row <= CellArray<int>::Hi &&
+           col <= CellArray<int>::Hi;
+}
+
+// True when cell number `cellNo` names a cell of the board; its row and column are then
+// CellRow[cellNo] and CellCol[cellNo].
+inline bool IsBoardCellNumber(const Board& board, int cellNo)
+{
+    return cellNo >= 1 && cellNo <= CellNumberArray::Hi && OnBoard(board, board.CellRow[cellNo], board.CellCol[cellNo]);
+}
+
 // True for node cells (odd row, odd column).
 inline bool IsNode(int row, int col) { return (row & 1) && (col & 1); }
 // True for link cells (exactly one coordinate even).

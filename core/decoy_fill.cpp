@@ -1,6 +1,6 @@
 // The fill of the cells still without a digit, after the decoy squares.
 #include "core/decoy_fill.h"
-#include "core/generator.h"
+#include "core/numbers.h"
 #include "core/link_rule.h"
 #include "core/random.h"
 
@@ -25,11 +25,6 @@ namespace {
 
 constexpr std::array<std::array<int, 2>, 4> kUnitSteps = {{{-1, 0}, {1, 0}, {0, -1}, {0, 1}}};
 
-bool Inside(const Board& b, int row, int col)
-{
-    return row >= 1 && row <= b.BoardSpan && col >= 1 && col <= b.BoardSpan;
-}
-
 void MarkFilled(Board& b, int row, int col)
 {
     if (b.CellState(row, col) == 0)
@@ -42,7 +37,7 @@ bool FillNode(Board& b, int row, int col)
 {
     for (const auto& d : kUnitSteps) {
         const int lr = row + d[0], lc = col + d[1], nr = row + 2 * d[0], nc = col + 2 * d[1];
-        if (!Inside(b, nr, nc) || b.NodeValue(nr, nc) == 0 || b.NodeValue(lr, lc) == 0)
+        if (!OnBoard(b, nr, nc) || b.NodeValue(nr, nc) == 0 || b.NodeValue(lr, lc) == 0)
             continue;
         const MadeResult made = MakeResult(b.NodeValue(nr, nc), b.NodeValue(lr, lc));
         if (made.failed)
@@ -53,7 +48,7 @@ bool FillNode(Board& b, int row, int col)
     }
     for (const auto& d : kUnitSteps) {
         const int lr = row + d[0], lc = col + d[1], nr = row + 2 * d[0], nc = col + 2 * d[1];
-        if (!Inside(b, nr, nc) || b.NodeValue(nr, nc) == 0)
+        if (!OnBoard(b, nr, nc) || b.NodeValue(nr, nc) == 0)
             continue;
         CompleteTriple(b, row, col, lr, lc, nr, nc);
         MarkFilled(b, row, col);

@@ -1,7 +1,8 @@
 // The decoy stages: squares of valid side roads grown beside the path, closed where they
 // end on a path node, then the last empty cells filled and the path sealed.
 #include "core/decoy_fill.h"
-#include "core/generator.h"
+#include "core/decoys.h"
+#include "core/numbers.h"
 #include "core/link_rule.h"
 #include "core/random.h"
 #include "core/valid_links.h"
@@ -42,18 +43,13 @@ constexpr std::array<Block, 4> kBlocks = {{
     {1, 0, 0, -1, " left dummy"},
 }};
 
-bool InBoard(const Board& b, int row, int col)
-{
-    return row >= 1 && row <= b.BoardSpan && col >= 1 && col <= b.BoardSpan;
-}
-
 // True when the square of block k beside the segment starting at node (r, c) may be built.
 bool SquareFits(const Board& b, const Block& k, int r, int c)
 {
     const int r1 = r + 2 * k.segRow, c1 = c + 2 * k.segCol;
     const int f0r = r + 2 * k.outRow, f0c = c + 2 * k.outCol;
     const int f1r = r1 + 2 * k.outRow, f1c = c1 + 2 * k.outCol;
-    if (!InBoard(b, r1, c1) || !InBoard(b, f0r, f0c) || !InBoard(b, f1r, f1c))
+    if (!OnBoard(b, r1, c1) || !OnBoard(b, f0r, f0c) || !OnBoard(b, f1r, f1c))
         return false;
     return b.CellState(r, c) != 0 && b.CellState(r + k.segRow, c + k.segCol) != 0
         && b.CellState(r1, c1) != 0 && b.CellState(f0r, f0c) == 0 && b.CellState(f1r, f1c) == 0;
@@ -130,7 +126,7 @@ void CheckDecoys(Board& board)
             for (int c = 1; c <= board.BoardSpan; ++c) {
                 const int far = 2;
                 if (board.NodeValue(r, c) != 0 || board.CellState(r, c) != kPathNodeMark
-                    || !InBoard(board, r + far * p[0], c + far * p[1])
+                    || !OnBoard(board, r + far * p[0], c + far * p[1])
                     || board.NodeValue(r + p[0], c + p[1]) != 0)
                     continue;
                 DecoyTriple(board, r, c, r + p[0], c + p[1], r + far * p[0], c + far * p[1]);

@@ -1,5 +1,5 @@
 // Number assignment: digits along the path, and the completion of any node-link-node triple.
-#include "core/generator.h"
+#include "core/numbers.h"
 #include "core/link_rule.h"
 #include "core/random.h"
 

@@ -1,9 +1,8 @@
 // Path generation: the always-turning walk from the left edge to the right edge, its
 // expansion with link cells, and the quarter turn for puzzles that start at the top.
-#include "core/generator.h"
+#include "core/path.h"
 #include "core/link_rule.h"
 #include "core/random.h"
-#include "core/path_round.h"
 #include "core/walk_reach.h"
 
 #include <algorithm>

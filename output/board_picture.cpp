@@ -69,15 +69,13 @@ void DrawGrid(const Pass& p, int lineWidth)
             p.canvas.Box(p.X(c), p.Y(r), p.X(c + 1), p.Y(r + 1), kBlack, lineWidth);
 }
 
-bool IsCellNumber(const Board& board, int k) { return k >= 1 && k <= board.BoardSpan * board.BoardSpan; }
-
 void DrawPath(const Pass& p, int lineWidth)
 {
     const std::vector<int>& cells = p.board.PathCells;
     for (std::size_t i = 1; i < cells.size(); ++i) {
         const int a = cells[i - 1];
         const int b = cells[i];
-        if (!IsCellNumber(p.board, a) || !IsCellNumber(p.board, b))
+        if (!IsBoardCellNumber(p.board, a) || !IsBoardCellNumber(p.board, b))
             continue;
         p.canvas.Line(p.X(p.board.CellCol[a]), p.Y(p.board.CellRow[a]), p.X(p.board.CellCol[b]),
                       p.Y(p.board.CellRow[b]), kBlack, 4 * lineWidth);
@@ -133,7 +131,7 @@ void DrawCells(const Pass& p)
 void DrawKeyNodes(const Pass& p)
 {
     for (int k : p.board.KeyNodes)
-        if (IsCellNumber(p.board, k))
+        if (IsBoardCellNumber(p.board, k))
             DrawNode(p, p.board.CellRow[k], p.board.CellCol[k], true);
 }
 
@@ -146,7 +144,7 @@ void DrawStartEndMarks(const Pass& p)
     const int span = p.board.BoardSpan;
     const int offset = Round(kMarkOffset * p.pitch);
     for (int k : {p.board.KeyNodes[0], p.board.KeyNodes[2]}) {
-        if (!IsCellNumber(p.board, k))
+        if (!IsBoardCellNumber(p.board, k))
             continue;
         const int row = p.board.CellRow[k];
         const int col = p.board.CellCol[k];

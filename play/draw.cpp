@@ -104,11 +104,11 @@ int NodeY(const Board& board, int row) { return (row - 1) * board.CellPitch + bo
 // Finds the row and column of a cell number when it lies on the board.
 bool CellOfNumber(const Board& board, int cellNo, int& row, int& col)
 {
-    if (cellNo < 1 || cellNo > CellNumberArray::Hi)
+    if (!IsBoardCellNumber(board, cellNo))
         return false;
     row = board.CellRow[cellNo];
     col = board.CellCol[cellNo];
-    return OnBoard(board, row, col);
+    return true;
 }
 
 // Places the text centred on (x, y).
@@ -161,12 +161,6 @@ void DrawUserLinks(Canvas& canvas, const Board& board, const DrawStyle& style, C
 }
 
 } // namespace
-
-bool OnBoard(const Board& board, int row, int col)
-{
-    return row >= 1 && row <= board.BoardSpan && col >= 1 && col <= board.BoardSpan &&
-           row <= CellArray<int>::Hi && col <= CellArray<int>::Hi;
-}
 
 void DrawGrid(Canvas& canvas, const Board& board, const DrawStyle& style)
 {

@@ -54,7 +54,4 @@ void DrawBoard(Canvas& canvas, const Board& board, const DrawStyle& style, int m
 void DrawBoard(PlayHost& host, const Board& board, int mode);
 void DrawMarks(PlayHost& host, const Board& board);
 
-// True when (row, col) lies on the board, 1..BoardSpan in both.
-bool OnBoard(const Board& board, int row, int col);
-
 } // namespace tallyon

@@ -1,7 +1,7 @@
 // Tallyon's entry point: the application object, the main window and the event loop.
 #include "core/random.h"
 #include "shell/app_dir.h"
-#include "shell/form1.h"
+#include "shell/main_window/form1.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

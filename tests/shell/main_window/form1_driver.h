@@ -4,8 +4,8 @@
 #include "core/board.h"
 #include "core/link_rule.h"
 #include "play/verify.h"
-#include "shell/form1.h"
-#include "shell/picture_box.h"
+#include "shell/main_window/form1.h"
+#include "shell/main_window/picture_box.h"
 #include "ui/box_control.h"
 #include "ui/message_box.h"
 

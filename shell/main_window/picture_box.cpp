@@ -1,5 +1,5 @@
 // The board picture with its backing image, and the clickable labels of the main window.
-#include "shell/picture_box.h"
+#include "shell/main_window/picture_box.h"
 
 #include "platform/qpainter_canvas.h"
 #include "platform/qt_colour.h"

@@ -1,5 +1,5 @@
 // Form1's menu commands, exit sequence, colour scheme and its side of the play routines.
-#include "shell/form1.h"
+#include "shell/main_window/form1.h"
 
 #include "core/generator.h"
 #include "output/clipboard_picture.h"
@@ -11,7 +11,7 @@
 #include "shell/config_file.h"
 #include "shell/help_form.h"
 #include "shell/options_form.h"
-#include "shell/picture_box.h"
+#include "shell/main_window/picture_box.h"
 #include "shell/scheme_paint.h"
 #include "shell/schemes.h"
 #include "shell/window_paint.h"

@@ -1,5 +1,5 @@
 // Form1's controls, their layout and wiring, and the start-up sequence.
-#include "shell/form1.h"
+#include "shell/main_window/form1.h"
 
 #include "core/generator.h"
 #include "play/controls.h"
@@ -11,7 +11,7 @@
 #include "shell/config_file.h"
 #include "shell/instructions.h"
 #include "shell/options_form.h"
-#include "shell/picture_box.h"
+#include "shell/main_window/picture_box.h"
 #include "shell/schemes.h"
 #include "ui/box_control.h"
 #include "ui/message_box.h"

@@ -1,11 +1,12 @@
-// The new-puzzle stage sequence: path, digits, decoys, start side and key nodes.
-#include "core/generator.h"
-#include "core/link_rule.h"
+// The path rounds: LayPath and ExpandPath repeated until the path is long enough.
 #include "core/path_round.h"
-#include "core/random.h"
+#include "core/path.h"
 
+#include <array>
 #include <cassert>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace tallyon {
 namespace {
@@ -71,6 +72,8 @@ std::size_t ExpandedLength(const Board& board)
 // the longest path of all rounds (the first of that length) is put back. A round that is
 // neither long enough nor the longest so far is dropped by the next one untouched, so its
 // expansion is skipped.
+} // namespace
+
 BuildStats LayLongPath(Board& board)
 {
     BuildStats stats;
@@ -100,63 +103,6 @@ BuildStats LayLongPath(Board& board)
     }
 }
 
-void FillList2(Board& board)
-{
-    board.List2.clear();
-    for (int cell : board.PathCells)
-        board.List2.push_back(FormatNumber(cell));
-}
-
-int ResolveStartSide(int tag)
-{
-    if (tag != kSideRandom)
-        return tag;
-    int side = kSideLeft;
-    if (RandomInt(100, 0) > 50)
-        side = kSideTop;
-    return side;
-}
-
-void SetKeyNodes(Board& board)
-{
-    const std::vector<int>& cells = board.PathCells;
-    board.KeyNodes[1] = cells[HintItemIndex(cells.size())];
-    board.KeyNodes[0] = cells.front();
-    board.KeyNodes[2] = cells.back();
-    board.StartNode = board.KeyNodes[0];
-    board.EndNode = board.KeyNodes[2];
-}
-
-// CellState for play: -1 no cell, 0 a cell with a digit, 1 a node.
-void PrepareCellState(Board& board)
-{
-    for (int r = 1; r <= board.BoardSpan; ++r)
-        for (int c = 1; c <= board.BoardSpan; ++c)
-            board.CellState(r, c) = board.NodeValue(r, c) > 0 ? kLinkCell : kNoCell;
-    for (int r = 1; r <= board.BoardSpan; r += 2)
-        for (int c = 1; c <= board.BoardSpan; c += 2)
-            board.CellState(r, c) = kNodeCell;
-}
-
-} // namespace
-
-BuildStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int trace)
-{
-    ResetBoard(board, pictureWidth);
-    const BuildStats stats = LayLongPath(board);
-    NumberPath(board, trace);
-    SpreadDecoys(board);
-    FillDecoys(board, trace);
-    CheckDecoys(board);
-    FillList2(board);
-    board.StartSide = ResolveStartSide(startSideTag);
-    if (board.StartSide == kSideTop)
-        TurnPath(board);
-    SetKeyNodes(board);
-    PrepareCellState(board);
-    return stats;
-}
-
 std::size_t PathLengthWanted(int gridSize)
 {
     if (gridSize == 4)
@@ -165,7 +111,5 @@ std::size_t PathLengthWanted(int gridSize)
         return kPathLengthAtSize5;
     return static_cast<std::size_t>(30 * gridSize);
 }
-
-std::string GridSizeText(int n) { return FormatNumber(n) + "x" + FormatNumber(n); }
 
 } // namespace tallyon

@@ -1,5 +1,8 @@
-// Colouring a menu bar and all of its menus.
+// Putting a colour scheme on widgets: the menu bar with all of its menus, and the message box.
 #include "shell/scheme_paint.h"
+
+#include "ui/message_box.h"
+#include "ui/msg_form.h"
 
 #include <QAction>
 #include <QMenu>
@@ -58,6 +61,14 @@ void SetMenuColour(QMenuBar* bar, Colour colour)
         w->setPalette(p);
         w->setAutoFillBackground(true);
     });
+}
+
+void ApplySchemeToMessageBox(const AppState& state)
+{
+    MsgForm& box = MessageForm();
+    box.SetBackColour(state.SchemeColours[kSchemeBackground]);
+    box.SetButtonColour(state.SchemeColours[kSchemeControl]);
+    box.SetForeColour(fixed::DarkText);
 }
 
 } // namespace tallyon
