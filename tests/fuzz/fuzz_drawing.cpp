@@ -4,7 +4,7 @@
 #include "core/generator.h"
 #include "core/random.h"
 #include "output/board_picture.h"
-#include "platform/recording_canvas.h"
+#include "tests/support/recording_canvas.h"
 #include "play/draw.h"
 
 #include <cstdint>

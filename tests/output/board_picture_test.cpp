@@ -1,6 +1,6 @@
 // What the output board routine draws, checked on the recording canvas.
 #include "output_fixture.h"
-#include "platform/recording_canvas.h"
+#include "tests/support/recording_canvas.h"
 
 #include <QTest>
 

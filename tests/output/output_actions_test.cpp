@@ -3,7 +3,7 @@
 #include "output/print_job.h"
 #include "output_fixture.h"
 #include "platform/qpainter_canvas.h"
-#include "platform/recording_canvas.h"
+#include "tests/support/recording_canvas.h"
 #include "ui/message_box.h"
 
 #include <QClipboard>

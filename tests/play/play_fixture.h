@@ -4,7 +4,7 @@
 
 #include "core/board.h"
 #include "core/generator.h"
-#include "platform/recording_canvas.h"
+#include "tests/support/recording_canvas.h"
 #include "play/controls.h"
 #include "play/linking.h"
 #include "play/play_text.h"

@@ -1,5 +1,5 @@
 // A canvas that records every call instead of drawing, for tests.
-#include "platform/recording_canvas.h"
+#include "tests/support/recording_canvas.h"
 
 namespace tallyon {
 
