@@ -7,14 +7,14 @@ cd "$(dirname "$0")"
 tools/install-deps.sh test
 jobs="$(nproc)"
 
-cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTALLYON_WERROR=ON >/dev/null
 cmake --build build -j"$jobs"
 mkdir -p build/screenshots
 (cd build && ctest --output-on-failure -j"$jobs" --timeout 600)
 
 fuzz_targets=(config schemes numbers drawing msgbox)
 sanitized_tests=(core_tests config_file_tests schemes_tests "${fuzz_targets[@]/#/replay_}")
-cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=Debug -DTALLYON_SANITIZE=ON -DTALLYON_CORE_ONLY=OFF >/dev/null
+cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=Debug -DTALLYON_SANITIZE=ON -DTALLYON_CORE_ONLY=OFF -DTALLYON_WERROR=ON >/dev/null
 cmake --build build-asan -j"$jobs" --target "${sanitized_tests[@]}"
 (cd build-asan && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 QT_QPA_PLATFORM=offscreen \
    ctest --output-on-failure -j"$jobs" --timeout 900 -L sanitized)

@@ -107,7 +107,8 @@ int IsOnPath(const Board& board, int row, int col)
     auto [end, ec] = std::to_chars(text, text + sizeof text - 1, board.CellNo(row, col));
     (void)ec;
     *end++ = ',';
-    const std::size_t at = std::string_view(board.PathList).find(std::string_view(text, end - text));
+    const std::size_t at =
+        std::string_view(board.PathList).find(std::string_view(text, static_cast<std::size_t>(end - text)));
     return at == std::string_view::npos ? 0 : static_cast<int>(at) + 1;
 }
 

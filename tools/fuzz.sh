@@ -11,7 +11,7 @@ seconds="${2:-60}"
 command -v clang++ >/dev/null || { echo "fuzz.sh: clang++ is needed" >&2; exit 2; }
 if [ ! -x "build-fuzz/bin/fuzz_$name" ] && [ ! -x "build-fuzz/tests/fuzz/fuzz_$name" ]; then
   CC=clang CXX=clang++ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-    -DTALLYON_FUZZ=ON -DTALLYON_TESTS=OFF >/dev/null
+    -DTALLYON_FUZZ=ON -DTALLYON_TESTS=OFF -DTALLYON_WERROR=ON >/dev/null
 fi
 cmake --build build-fuzz -j"$(nproc)" --target "fuzz_$name" >/dev/null
 binary="$(find build-fuzz -name "fuzz_$name" -type f -perm -u+x | head -n1)"
