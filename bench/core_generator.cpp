@@ -130,8 +130,9 @@ int main(int argc, char** argv)
     const int puzzles = argc > 1 ? std::max(1, std::atoi(argv[1])) : 200;
     auto board = std::make_unique<Board>();
     std::printf("Puzzles per size: %d, laid from the left; %d walks per puzzle\n\n", puzzles, kWalksPerPuzzle);
-    std::printf("| GridSize | median ms | p99 ms | mean rounds | bound hit | distinct paths | distinct (Start, End) "
-                "| valid off-path share (median) | side-road share (median) | mean dead-end depth | walker success |\n");
+    std::printf(
+        "| GridSize | median ms | p99 ms | mean rounds | bound hit | distinct paths | distinct (Start, End) "
+        "| valid off-path share (median) | side-road share (median) | mean dead-end depth | walker success |\n");
     std::printf("|---|---|---|---|---|---|---|---|---|---|---|\n");
     for (int size = 4; size <= 10; ++size) {
         Tally t;

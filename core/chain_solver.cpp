@@ -108,7 +108,7 @@ private:
 
     struct Flow {
         std::array<int, kMaxLatticeNodes> pred; // the node whose exit feeds this node's entry, or -1
-        NodeSet used = 0;          // nodes whose entry-to-exit capacity is taken
+        NodeSet used = 0;                       // nodes whose entry-to-exit capacity is taken
     };
 
     // States: 2 * node for its entry, 2 * node + 1 for its exit.

@@ -26,7 +26,8 @@ inline NodeSet NodeBit(int node) { return NodeSet{1} << node; }
 
 inline int CountNodes(NodeSet set)
 {
-    return __builtin_popcountll(static_cast<std::uint64_t>(set)) + __builtin_popcountll(static_cast<std::uint64_t>(set >> 64));
+    return __builtin_popcountll(static_cast<std::uint64_t>(set)) +
+           __builtin_popcountll(static_cast<std::uint64_t>(set >> 64));
 }
 
 // The lowest node of a non-empty set.
@@ -38,12 +39,12 @@ inline int LowestNode(NodeSet set)
 
 // The open (valid) links of a board as four direction masks over the node lattice.
 struct LinkGraph {
-    int side = 0;          // nodes per row and per column
-    NodeSet nodes = 0;     // every node of the lattice
-    NodeSet right = 0;     // nodes with an open link to the node on their right
-    NodeSet left = 0;      // ... to the node on their left
-    NodeSet down = 0;      // ... to the node below
-    NodeSet up = 0;        // ... to the node above
+    int side = 0;      // nodes per row and per column
+    NodeSet nodes = 0; // every node of the lattice
+    NodeSet right = 0; // nodes with an open link to the node on their right
+    NodeSet left = 0;  // ... to the node on their left
+    NodeSet down = 0;  // ... to the node below
+    NodeSet up = 0;    // ... to the node above
 
     // An empty graph (no open link) over side x side nodes.
     static LinkGraph Empty(int side);
@@ -103,9 +104,9 @@ struct ChainGraph {
 ChainGraph ToChainGraph(const LinkGraph& lattice);
 
 struct ChainCount {
-    int chains = 0;        // chains found, at most the limit
-    bool complete = true;  // false when the step budget ran out first
-    long steps = 0;        // search steps used
+    int chains = 0;       // chains found, at most the limit
+    bool complete = true; // false when the step budget ran out first
+    long steps = 0;       // search steps used
 };
 
 inline constexpr long kDefaultChainBudget = 200000;

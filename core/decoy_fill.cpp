@@ -1,7 +1,7 @@
 // The fill of the cells still without a digit, after the decoy squares.
 #include "core/decoy_fill.h"
-#include "core/numbers.h"
 #include "core/link_rule.h"
+#include "core/numbers.h"
 #include "core/random.h"
 
 #include <array>

@@ -1,9 +1,9 @@
 // The decoy stages: squares of valid side roads grown beside the path, closed where they
 // end on a path node, then the last empty cells filled and the path sealed.
-#include "core/decoy_fill.h"
 #include "core/decoys.h"
-#include "core/numbers.h"
+#include "core/decoy_fill.h"
 #include "core/link_rule.h"
+#include "core/numbers.h"
 #include "core/random.h"
 #include "core/valid_links.h"
 
@@ -51,8 +51,8 @@ bool SquareFits(const Board& b, const Block& k, int r, int c)
     const int f1r = r1 + 2 * k.outRow, f1c = c1 + 2 * k.outCol;
     if (!OnBoard(b, r1, c1) || !OnBoard(b, f0r, f0c) || !OnBoard(b, f1r, f1c))
         return false;
-    return b.CellState(r, c) != 0 && b.CellState(r + k.segRow, c + k.segCol) != 0
-        && b.CellState(r1, c1) != 0 && b.CellState(f0r, f0c) == 0 && b.CellState(f1r, f1c) == 0;
+    return b.CellState(r, c) != 0 && b.CellState(r + k.segRow, c + k.segCol) != 0 && b.CellState(r1, c1) != 0 &&
+           b.CellState(f0r, f0c) == 0 && b.CellState(f1r, f1c) == 0;
 }
 
 // Builds the square: the entering side and the far side as valid triples, the closing
@@ -62,9 +62,9 @@ void BuildSquare(Board& b, const Block& k, int r, int c)
     const int r1 = r + 2 * k.segRow, c1 = c + 2 * k.segCol;
     const int f0r = r + 2 * k.outRow, f0c = c + 2 * k.outCol;
     const int f1r = r1 + 2 * k.outRow, f1c = c1 + 2 * k.outCol;
-    const int e0r = r + k.outRow, e0c = c + k.outCol;       // entering link
-    const int mr = f0r + k.segRow, mc = f0c + k.segCol;      // far link
-    const int e1r = r1 + k.outRow, e1c = c1 + k.outCol;     // closing link
+    const int e0r = r + k.outRow, e0c = c + k.outCol;   // entering link
+    const int mr = f0r + k.segRow, mc = f0c + k.segCol; // far link
+    const int e1r = r1 + k.outRow, e1c = c1 + k.outCol; // closing link
     CompleteTriple(b, r, c, e0r, e0c, f0r, f0c);
     CompleteTriple(b, f0r, f0c, mr, mc, f1r, f1c);
     if (b.CellState(r1, c1) == kPathNodeMark)
@@ -125,9 +125,8 @@ void CheckDecoys(Board& board)
         for (int r = 1; r <= board.BoardSpan; ++r)
             for (int c = 1; c <= board.BoardSpan; ++c) {
                 const int far = 2;
-                if (board.NodeValue(r, c) != 0 || board.CellState(r, c) != kPathNodeMark
-                    || !OnBoard(board, r + far * p[0], c + far * p[1])
-                    || board.NodeValue(r + p[0], c + p[1]) != 0)
+                if (board.NodeValue(r, c) != 0 || board.CellState(r, c) != kPathNodeMark ||
+                    !OnBoard(board, r + far * p[0], c + far * p[1]) || board.NodeValue(r + p[0], c + p[1]) != 0)
                     continue;
                 DecoyTriple(board, r, c, r + p[0], c + p[1], r + far * p[0], c + far * p[1]);
                 if (board.CellState(r + p[0], c + p[1]) == 0)

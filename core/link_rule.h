@@ -13,8 +13,8 @@ namespace tallyon {
 int RandomDigit();
 
 struct MadeResult {
-    int c = -1;         // the digit for the next node (left unchanged, -1, on failure)
-    std::string op;     // "+", "-", "*" or "/"
+    int c = -1;     // the digit for the next node (left unchanged, -1, on failure)
+    std::string op; // "+", "-", "*" or "/"
     bool failed = false;
 };
 

@@ -37,8 +37,7 @@ void TraceStep(const char* word, int a, int b, const MadeResult& made)
     std::string text = word;
     if (std::string(word) == "node")
         text += " " + FormatNumber(made.c) + " will instead be changed to";
-    text += " " + FormatNumber(made.c) + " function= " + made.op + " of " + FormatNumber(a)
-        + " and " + FormatNumber(b);
+    text += " " + FormatNumber(made.c) + " function= " + made.op + " of " + FormatNumber(a) + " and " + FormatNumber(b);
     ShowTrace(text);
 }
 

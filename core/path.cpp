@@ -36,11 +36,24 @@ void ClearPathList(Board& b)
 void SetStepFlags(Board& b, int row, int col, int newRow, int newCol, char dir)
 {
     switch (dir) {
-    case 'L': b.PathLeft(row, col) = 1; b.PathRight(newRow, newCol) = 1; break;
-    case 'R': b.PathRight(row, col) = 1; b.PathLeft(newRow, newCol) = 1; break;
-    case 'U': b.PathUp(row, col) = 1; b.PathDown(newRow, newCol) = 1; break;
-    case 'D': b.PathDown(row, col) = 1; b.PathUp(newRow, newCol) = 1; break;
-    default: break;
+    case 'L':
+        b.PathLeft(row, col) = 1;
+        b.PathRight(newRow, newCol) = 1;
+        break;
+    case 'R':
+        b.PathRight(row, col) = 1;
+        b.PathLeft(newRow, newCol) = 1;
+        break;
+    case 'U':
+        b.PathUp(row, col) = 1;
+        b.PathDown(newRow, newCol) = 1;
+        break;
+    case 'D':
+        b.PathDown(row, col) = 1;
+        b.PathUp(newRow, newCol) = 1;
+        break;
+    default:
+        break;
     }
 }
 
@@ -120,8 +133,7 @@ struct AcceptedStep {
 // draws in proportion. One draw picks both, with the same odds as drawing try by try, so
 // the walk costs one clock read per step instead of about three. False when no draw is
 // accepted: the attempt is stuck.
-bool DrawAcceptedStep(const Board& b, const WalkReach& reach, int row, int col, char last,
-                      AcceptedStep& out)
+bool DrawAcceptedStep(const Board& b, const WalkReach& reach, int row, int col, char last, AcceptedStep& out)
 {
     // Kept field by field: a whole Step array in memory stalls on store forwarding.
     std::array<int, kBandTop.size()> rows{}, cols{}, width{};
@@ -201,10 +213,7 @@ int TriesToRightEdge(int boardSpan, int col, char last)
     return last == 'R' ? 2 * rights : 2 * rights - 1;
 }
 
-Step ChooseStep(const Board& board, int row, int col)
-{
-    return StepForDraw(board, row, col, RandomInt(kDrawCount, 0));
-}
+Step ChooseStep(const Board& board, int row, int col) { return StepForDraw(board, row, col, RandomInt(kDrawCount, 0)); }
 
 namespace {
 
@@ -304,11 +313,24 @@ void ExpandPath(Board& board)
         int dr = 0, dc = 0;
         char back = 0;
         switch (pending[0]) {
-        case 'D': dr = 1; back = 'U'; break;
-        case 'R': dc = 1; back = 'L'; break;
-        case 'L': dc = -1; back = 'R'; break;
-        case 'U': dr = -1; back = 'D'; break;
-        default: return;
+        case 'D':
+            dr = 1;
+            back = 'U';
+            break;
+        case 'R':
+            dc = 1;
+            back = 'L';
+            break;
+        case 'L':
+            dc = -1;
+            back = 'R';
+            break;
+        case 'U':
+            dr = -1;
+            back = 'D';
+            break;
+        default:
+            return;
         }
         AppendCell(board, board.CellNo(row + dr, col + dc));
         AppendCell(board, board.CellNo(row + 2 * dr, col + 2 * dc));

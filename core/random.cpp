@@ -32,10 +32,7 @@ std::uint64_t Mix(std::uint64_t z)
 
 void SetClockSource(ClockSource clock) { g_clock = std::move(clock); }
 
-std::uint64_t RandomBits()
-{
-    return Mix(g_clock ? g_clock() : TimeOfDayNanoseconds());
-}
+std::uint64_t RandomBits() { return Mix(g_clock ? g_clock() : TimeOfDayNanoseconds()); }
 
 double RandomUnit()
 {

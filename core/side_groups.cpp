@@ -14,8 +14,8 @@ constexpr int kSideRoadPercent = 58;
 // The number of links of the graph g between a node of a and a node of b.
 int LinkCount(const LinkGraph& g, NodeSet a, NodeSet b)
 {
-    return CountNodes(((a & g.right) << 1) & b) + CountNodes(((a & g.left) >> 1) & b)
-        + CountNodes(((a & g.down) << g.side) & b) + CountNodes(((a & g.up) >> g.side) & b);
+    return CountNodes(((a & g.right) << 1) & b) + CountNodes(((a & g.left) >> 1) & b) +
+           CountNodes(((a & g.down) << g.side) & b) + CountNodes(((a & g.up) >> g.side) & b);
 }
 
 // A random node of a non-empty set.
@@ -85,10 +85,7 @@ public:
     }
 
     // True for a path node other than End that no shortcut leaves.
-    bool NeedsRoad(std::size_t i) const
-    {
-        return i + 1 < pathNodes_.size() && !HasShortcut(i);
-    }
+    bool NeedsRoad(std::size_t i) const { return i + 1 < pathNodes_.size() && !HasShortcut(i); }
 
     bool HasShortcut(std::size_t i) const
     {
@@ -119,9 +116,7 @@ public:
         // The End node's side roads lead nowhere a player could want to go, so End is not
         // counted.
         const std::size_t last = groups.size() - 1;
-        auto hasRoad = [&](std::size_t i) {
-            return (groups[i] & ~path_) || HasShortcut(i);
-        };
+        auto hasRoad = [&](std::size_t i) { return (groups[i] & ~path_) || HasShortcut(i); };
         int withRoad = 0;
         for (std::size_t i = 0; i < last; ++i)
             withRoad += hasRoad(i) ? 1 : 0;

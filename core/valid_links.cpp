@@ -61,8 +61,9 @@ public:
         TryOtherLinks();
         // The whole board, solved once more without the shortcut view. Should this ever
         // find a second chain, only the dead ends stay: those alone can never open one.
-        const ChainCount found = CountChains(open_, pathNodes_.front(), NodeBit(pathNodes_[static_cast<std::size_t>(hint_)]),
-                                             pathNodes_.back(), 2, kBoardProofBudget);
+        const ChainCount found =
+            CountChains(open_, pathNodes_.front(), NodeBit(pathNodes_[static_cast<std::size_t>(hint_)]),
+                        pathNodes_.back(), 2, kBoardProofBudget);
         if (found.chains != 1 || !found.complete)
             open_ = deadEndsOnly;
         WriteDigits();
@@ -233,8 +234,9 @@ private:
                 return;
             const int size = b_.GridSize;
             const CellAt cell = LinkCellBetween(size, l.a, l.b);
-            b_.NodeValue(cell.row, cell.col) = PickLinkDigit(b_.NodeValue(NodeRow(size, l.a), NodeCol(size, l.a)),
-                                                             b_.NodeValue(NodeRow(size, l.b), NodeCol(size, l.b)), open);
+            b_.NodeValue(cell.row, cell.col) =
+                PickLinkDigit(b_.NodeValue(NodeRow(size, l.a), NodeCol(size, l.a)),
+                              b_.NodeValue(NodeRow(size, l.b), NodeCol(size, l.b)), open);
         });
     }
 
@@ -243,8 +245,8 @@ private:
     void ForEachLink(Visit visit) const
     {
         ForEachLatticeLink(n_, [&](int v, int w) {
-            if (!OnPath(v) || !OnPath(w)
-                || std::abs(pathIndex_[static_cast<std::size_t>(v)] - pathIndex_[static_cast<std::size_t>(w)]) != 1)
+            if (!OnPath(v) || !OnPath(w) ||
+                std::abs(pathIndex_[static_cast<std::size_t>(v)] - pathIndex_[static_cast<std::size_t>(w)]) != 1)
                 visit(Link{v, w});
         });
     }
@@ -252,7 +254,8 @@ private:
     int Find(int v)
     {
         while (parent_[static_cast<std::size_t>(v)] != v)
-            v = parent_[static_cast<std::size_t>(v)] = parent_[static_cast<std::size_t>(parent_[static_cast<std::size_t>(v)])];
+            v = parent_[static_cast<std::size_t>(v)] =
+                parent_[static_cast<std::size_t>(parent_[static_cast<std::size_t>(v)])];
         return v;
     }
 

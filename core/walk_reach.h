@@ -25,7 +25,7 @@ public:
 
 private:
     static constexpr int kMaxNodes = kCellArrayNodes;
-    static constexpr int kStride = 32;        // more than the 27 cells of the longest row
+    static constexpr int kStride = 32; // more than the 27 cells of the longest row
     static std::size_t Slot(int row, int col) { return static_cast<std::size_t>(row * kStride + col); }
     void MarkUsed(int cellNumber);
 

@@ -54,8 +54,7 @@ FontSpec BoardFont(const Board& board, const OutputOptions& options)
     return font;
 }
 
-void CentredText(const Pass& p, int cx, int cy, const std::string& text, const FontSpec& font,
-                 Colour colour)
+void CentredText(const Pass& p, int cx, int cy, const std::string& text, const FontSpec& font, Colour colour)
 {
     const TextSize size = p.canvas.MeasureText(text, font);
     p.canvas.Text(cx - size.width / 2, cy - size.height / 2, text, font, colour);
@@ -195,8 +194,7 @@ PictureExtent MeasureBoardPicture(const Board& board, Canvas& canvas, const Outp
 void DrawBoardWithLineWidth(Canvas& canvas, const Board& board, int left, int top, int mode,
                             const OutputOptions& options, int lineWidth, double penUnitsPerTwip)
 {
-    const Pass p{canvas, board, options, double(left), double(top), OutputPitch(board),
-                 BoardFont(board, options)};
+    const Pass p{canvas, board, options, double(left), double(top), OutputPitch(board), BoardFont(board, options)};
     // A width from the settings file may be anything: a pen wider than a cell pitch draws the
     // board no differently, and so bounded it can be multiplied without overflow.
     const int pitchInPenUnits = std::max(1, Round(p.pitch * penUnitsPerTwip));
@@ -210,8 +208,7 @@ void DrawBoardWithLineWidth(Canvas& canvas, const Board& board, int left, int to
     DrawFooter(p, MeasureBoardPicture(board, canvas, options));
 }
 
-void PrintBoard(Canvas& canvas, const Board& board, int left, int top, int mode,
-                const OutputOptions& options)
+void PrintBoard(Canvas& canvas, const Board& board, int left, int top, int mode, const OutputOptions& options)
 {
     DrawBoardWithLineWidth(canvas, board, left, top, mode, options, options.PrintLineWidth,
                            kPrinterPenUnitsPerInch / kTwipsPerInch);
@@ -242,8 +239,8 @@ QImage DrawBoardPicture(const Board& board, int mode, const OutputOptions& optio
         DrawBoardWithLineWidth(canvas, board, e.margin, e.margin, mode, options, options.GridLineWidth,
                                1.0 / kTwipsPerPixel);
     }
-    QImage trimmed = image.copy(0, 0, std::min(image.width(), toPixels(trimWidth)),
-                                std::min(image.height(), toPixels(trimHeight)));
+    QImage trimmed =
+        image.copy(0, 0, std::min(image.width(), toPixels(trimWidth)), std::min(image.height(), toPixels(trimHeight)));
     trimmed.setDevicePixelRatio(dpr);
     return trimmed;
 }

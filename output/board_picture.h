@@ -18,12 +18,12 @@ namespace tallyon {
 
 // What the output needs from the settings and the board picture Picture1.
 struct OutputOptions {
-    int NodeShape = kRoundNodes;  // anything else draws boxes
-    int GridLineWidth = 1;        // pen width of the clipboard picture (screen pixels)
-    int PrintLineWidth = 6;       // pen width on the printer (printer pen units)
-    QString fontName = "Arial";   // Picture1's font
+    int NodeShape = kRoundNodes; // anything else draws boxes
+    int GridLineWidth = 1;       // pen width of the clipboard picture (screen pixels)
+    int PrintLineWidth = 6;      // pen width on the printer (printer pen units)
+    QString fontName = "Arial";  // Picture1's font
     bool fontBold = false;
-    int pictureWidth = 0;         // Picture1's size in twips; 0 takes the board's own size
+    int pictureWidth = 0; // Picture1's size in twips; 0 takes the board's own size
     int pictureHeight = 0;
     double devicePixelRatio = 1.0; // of the screen the picture is made for; below 1 counts as 1
 };
@@ -41,17 +41,16 @@ std::string FooterText();
 // The extent of one board as drawn by PrintBoard, relative to its origin (the grid's
 // top-left corner), in twips.
 struct PictureExtent {
-    int margin = 0;      // room kept around the grid for the nodes and the "X" marks
-    int gridSide = 0;    // (BoardSpan - 1) pitches
-    int footerTop = 0;   // top of the footer line
+    int margin = 0;    // room kept around the grid for the nodes and the "X" marks
+    int gridSide = 0;  // (BoardSpan - 1) pitches
+    int footerTop = 0; // top of the footer line
     int footerBottom = 0;
 };
 PictureExtent MeasureBoardPicture(const Board& board, Canvas& canvas, const OutputOptions& options);
 
 // Draws one board with its grid's top-left corner at (left, top), twips, grid lines
 // PrintLineWidth wide, the solution path (mode 1) four times that.
-void PrintBoard(Canvas& canvas, const Board& board, int left, int top, int mode,
-                const OutputOptions& options);
+void PrintBoard(Canvas& canvas, const Board& board, int left, int top, int mode, const OutputOptions& options);
 
 // The printer's pen unit: PrintLineWidth counts in 1/600 inch.
 inline constexpr double kPrinterPenUnitsPerInch = 600.0;

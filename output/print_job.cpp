@@ -37,15 +37,12 @@ bool ReplaceFile(const QString& tempPath, const QString& finalPath)
     return std::rename(from.constData(), to.constData()) == 0;
 }
 
-void ReportFailure(const QString& why)
-{
-    ShowMessage("Printing failed: " + why, "vbok+vbcritical");
-}
+void ReportFailure(const QString& why) { ShowMessage("Printing failed: " + why, "vbok+vbcritical"); }
 
 } // namespace
 
-double PrintScale(const Board& board, const OutputOptions& options, Canvas& measure,
-                  double printableWidth, double printableHeight)
+double PrintScale(const Board& board, const OutputOptions& options, Canvas& measure, double printableWidth,
+                  double printableHeight)
 {
     const PictureExtent extent = MeasureBoardPicture(board, measure, options);
     const double right = kPrintLeft + extent.gridSide + extent.margin;
@@ -61,8 +58,8 @@ bool PrintPage(QPrinter& printer, const Board& board, const OutputOptions& optio
     const double dpi = printer.resolution();
     QPainterCanvas canvas(painter, dpi, dpi / kPrinterPenUnitsPerInch);
     const double twipsPerPixel = kTwipsPerInch / dpi;
-    const double scale = PrintScale(board, options, canvas, printer.width() * twipsPerPixel,
-                                    printer.height() * twipsPerPixel);
+    const double scale =
+        PrintScale(board, options, canvas, printer.width() * twipsPerPixel, printer.height() * twipsPerPixel);
     painter.scale(scale, scale); // lines, digits and marks alike
     PrintBoard(canvas, board, kPrintLeft, kPuzzleTop, kPuzzleMode, options);
     PrintBoard(canvas, board, kPrintLeft, kSolutionTop, kSolutionMode, options);

@@ -31,8 +31,8 @@ void PrintPuzzleAndSolution(const Board& board, const OutputOptions& options, co
 // The factor, at most 1, by which the page's drawing shrinks so that both boards and the
 // solution's footer fit a printable area of the given size in twips. On A4 every grid size
 // fits at 1; Letter is shorter, and a tall puzzle (9x9 laid from the top) needs less.
-double PrintScale(const Board& board, const OutputOptions& options, Canvas& measure,
-                  double printableWidth, double printableHeight);
+double PrintScale(const Board& board, const OutputOptions& options, Canvas& measure, double printableWidth,
+                  double printableHeight);
 
 // Draws both boards on one page of the printer, shrunk by PrintScale when the page is too
 // small, and ends the document. False when painting could not start or the document could

@@ -40,8 +40,7 @@ public:
     // The box with the given corners filled, without outline.
     virtual void FilledBox(int x1, int y1, int x2, int y2, Colour fill) = 0;
     // A circle outlined in `outline`; filled with `fill` when one is given.
-    virtual void Circle(int cx, int cy, int radius, Colour outline, int penWidth,
-                        std::optional<Colour> fill) = 0;
+    virtual void Circle(int cx, int cy, int radius, Colour outline, int penWidth, std::optional<Colour> fill) = 0;
     // Text with its top-left corner at (x, y).
     virtual void Text(int x, int y, const std::string& text, const FontSpec& font, Colour colour) = 0;
     // The size the text would take.

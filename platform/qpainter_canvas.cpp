@@ -57,8 +57,7 @@ void QPainterCanvas::Line(int x1, int y1, int x2, int y2, Colour colour, int pen
 
 void QPainterCanvas::Box(int x1, int y1, int x2, int y2, Colour colour, int penWidth)
 {
-    QPen pen(ToQColor(colour), PenOnDevice(penWidth), Qt::SolidLine, Qt::SquareCap,
-             Qt::MiterJoin);
+    QPen pen(ToQColor(colour), PenOnDevice(penWidth), Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin);
     painter_.setRenderHint(QPainter::Antialiasing, false);
     painter_.setPen(pen);
     painter_.setBrush(Qt::NoBrush);
@@ -68,12 +67,11 @@ void QPainterCanvas::Box(int x1, int y1, int x2, int y2, Colour colour, int penW
 void QPainterCanvas::FilledBox(int x1, int y1, int x2, int y2, Colour fill)
 {
     painter_.setRenderHint(QPainter::Antialiasing, false);
-    painter_.fillRect(QRectF(QPointF(ToDevice(x1), ToDevice(y1)), QPointF(ToDevice(x2), ToDevice(y2))),
-                      ToQColor(fill));
+    painter_.fillRect(QRectF(QPointF(ToDevice(x1), ToDevice(y1)), QPointF(ToDevice(x2), ToDevice(y2))), ToQColor(fill));
 }
 
-void QPainterCanvas::PaintCircle(QPainter& painter, QPointF centre, double r, Colour outline,
-                                 double pen, std::optional<Colour> fill)
+void QPainterCanvas::PaintCircle(QPainter& painter, QPointF centre, double r, Colour outline, double pen,
+                                 std::optional<Colour> fill)
 {
     painter.setRenderHint(QPainter::Antialiasing, true);
     painter.setPen(QPen(ToQColor(outline), pen));
@@ -82,8 +80,7 @@ void QPainterCanvas::PaintCircle(QPainter& painter, QPointF centre, double r, Co
     painter.setBrush(Qt::NoBrush);
 }
 
-void QPainterCanvas::Circle(int cx, int cy, int radius, Colour outline, int penWidth,
-                            std::optional<Colour> fill)
+void QPainterCanvas::Circle(int cx, int cy, int radius, Colour outline, int penWidth, std::optional<Colour> fill)
 {
     const double r = ToDevice(radius);
     const double pen = PenOnDevice(penWidth);

@@ -30,8 +30,7 @@ public:
     void Line(int x1, int y1, int x2, int y2, Colour colour, int penWidth) override;
     void Box(int x1, int y1, int x2, int y2, Colour colour, int penWidth) override;
     void FilledBox(int x1, int y1, int x2, int y2, Colour fill) override;
-    void Circle(int cx, int cy, int radius, Colour outline, int penWidth,
-                std::optional<Colour> fill) override;
+    void Circle(int cx, int cy, int radius, Colour outline, int penWidth, std::optional<Colour> fill) override;
     void Text(int x, int y, const std::string& text, const FontSpec& font, Colour colour) override;
     TextSize MeasureText(const std::string& text, const FontSpec& font) override;
 
@@ -49,7 +48,7 @@ private:
     using CircleKey = std::tuple<int, Colour, int, bool, Colour>;
     std::map<CircleKey, QImage> circles_;
     QPainter& painter_;
-    double scale_;   // device units per twip
+    double scale_; // device units per twip
     double penUnit_;
     std::optional<FontSpec> fontKey_;
     QFont font_;

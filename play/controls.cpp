@@ -25,10 +25,14 @@ void ClearForNewPuzzle(PlayHost& host, PlayState& state)
 std::string StartSideCaption(int side)
 {
     switch (side) {
-    case kSideRandom: return "Random";
-    case kSideLeft: return "Left";
-    case kSideTop: return "Top";
-    default: return "";
+    case kSideRandom:
+        return "Random";
+    case kSideLeft:
+        return "Left";
+    case kSideTop:
+        return "Top";
+    default:
+        return "";
     }
 }
 

@@ -112,8 +112,7 @@ bool CellOfNumber(const Board& board, int cellNo, int& row, int& col)
 }
 
 // Places the text centred on (x, y).
-void CentredText(Canvas& canvas, int x, int y, const std::string& text, const FontSpec& font,
-                 Colour colour)
+void CentredText(Canvas& canvas, int x, int y, const std::string& text, const FontSpec& font, Colour colour)
 {
     const TextSize size = canvas.MeasureText(text, font);
     canvas.Text(x - size.width / 2, y - size.height / 2, text, font, colour);
@@ -121,10 +120,7 @@ void CentredText(Canvas& canvas, int x, int y, const std::string& text, const Fo
 
 // Which way the "X"s go: above and below for a puzzle laid from the top, else beside; the
 // path directions 3 and 4 lay the path from the left.
-int MarkSide(const Board& board)
-{
-    return board.StartSide == kSideTop ? kSideTop : kSideLeft;
-}
+int MarkSide(const Board& board) { return board.StartSide == kSideTop ? kSideTop : kSideLeft; }
 
 void DrawPath(Canvas& canvas, const Board& board, const DrawStyle& style)
 {
@@ -138,8 +134,8 @@ void DrawPath(Canvas& canvas, const Board& board, const DrawStyle& style)
 
 // A user link as the linking code draws it: the line, then its ends and its link cell on top
 // so that their digits stay readable.
-void DrawUserLink(Canvas& canvas, const Board& board, const DrawStyle& style, CellPainter& cells,
-                  int row, int col, int dRow, int dCol)
+void DrawUserLink(Canvas& canvas, const Board& board, const DrawStyle& style, CellPainter& cells, int row, int col,
+                  int dRow, int dCol)
 {
     DrawLink(canvas, board, style, 1, row, col, row + 2 * dRow, col + 2 * dCol);
     cells.Draw(row, col, style.FontColour, style.ShapeColour);
@@ -178,8 +174,7 @@ void DrawGrid(Canvas& canvas, const Board& board, const DrawStyle& style)
     }
 }
 
-void DrawCell(Canvas& canvas, const Board& board, const DrawStyle& style, int row, int col,
-              Colour fore, Colour fill)
+void DrawCell(Canvas& canvas, const Board& board, const DrawStyle& style, int row, int col, Colour fore, Colour fill)
 {
     CellPainter(canvas, board, style).Draw(row, col, fore, fill);
 }
@@ -194,8 +189,8 @@ void DrawCellAsLink(Canvas& canvas, const Board& board, const DrawStyle& style, 
     DrawCell(canvas, board, style, row, col, style.GridColour, style.Background);
 }
 
-void DrawLink(Canvas& canvas, const Board& board, const DrawStyle& style, int value, int rowA,
-              int colA, int rowB, int colB)
+void DrawLink(Canvas& canvas, const Board& board, const DrawStyle& style, int value, int rowA, int colA, int rowB,
+              int colB)
 {
     const int x1 = board.CellX(rowA, colA), y1 = board.CellY(rowA, colA);
     const int x2 = board.CellX(rowB, colB), y2 = board.CellY(rowB, colB);
@@ -213,8 +208,8 @@ void DrawMarks(Canvas& canvas, const Board& board, const DrawStyle& style)
     int startRow = 0, startCol = 0, endRow = 0, endCol = 0, hintRow = 0, hintCol = 0;
     const int ring = RoundHalfEven(1.45 * board.CellBase);
     if (CellOfNumber(board, board.KeyNodes[1], hintRow, hintCol))
-        canvas.Circle(board.CellX(hintRow, hintCol), board.CellY(hintRow, hintCol), ring,
-                      kHintMarkColour, 2, std::nullopt);
+        canvas.Circle(board.CellX(hintRow, hintCol), board.CellY(hintRow, hintCol), ring, kHintMarkColour, 2,
+                      std::nullopt);
     if (!CellOfNumber(board, board.KeyNodes[0], startRow, startCol) ||
         !CellOfNumber(board, board.KeyNodes[2], endRow, endCol))
         return;

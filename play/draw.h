@@ -23,8 +23,7 @@ void DrawGrid(Canvas& canvas, const Board& board, const DrawStyle& style);
 // Draws one cell at its centre. A node: its shape filled with `fill`, outlined in GridColour,
 // and its digit in `fore`. A link cell: a patch of `fill` under its digit, and the digit in
 // `fore`. A gap draws nothing.
-void DrawCell(Canvas& canvas, const Board& board, const DrawStyle& style, int row, int col,
-              Colour fore, Colour fill);
+void DrawCell(Canvas& canvas, const Board& board, const DrawStyle& style, int row, int col, Colour fore, Colour fill);
 // DrawCell in the node colours (FontColour on ShapeColour) and in the link-cell colours
 // (GridColour on the background).
 void DrawCellAsNode(Canvas& canvas, const Board& board, const DrawStyle& style, int row, int col);
@@ -33,8 +32,8 @@ void DrawCellAsLink(Canvas& canvas, const Board& board, const DrawStyle& style, 
 // Value 1: the line between the two cells' centres in UserLineColour at 3 x GridLineWidth.
 // Any other value: erases that line with the background and draws the grid line again in
 // GridColour at GridLineWidth.
-void DrawLink(Canvas& canvas, const Board& board, const DrawStyle& style, int value, int rowA,
-              int colA, int rowB, int colB);
+void DrawLink(Canvas& canvas, const Board& board, const DrawStyle& style, int value, int rowA, int colA, int rowB,
+              int colB);
 
 // Rings around Start and End, an "X" outside the board beside each (left of Start and right of
 // End, or above Start and below End for a puzzle that starts at the top), and a thinner ring

@@ -26,10 +26,7 @@ void ClearHover(PlayState& state)
     state.EndARow = state.EndACol = state.EndBRow = state.EndBCol = 0;
 }
 
-void ForgetEnds(PlayState& state)
-{
-    state.EndARow = state.EndACol = state.EndBRow = state.EndBCol = 0;
-}
+void ForgetEnds(PlayState& state) { state.EndARow = state.EndACol = state.EndBRow = state.EndBCol = 0; }
 
 // The end nodes of the hovered link cell: left and right of a horizontal one, above and below
 // a vertical one.
@@ -93,7 +90,8 @@ void MakeLink(PlayHost& host, Board& board, PlayState& state, int button)
     const int idB = board.CellNo(state.EndBRow, state.EndBCol);
     const int value = LinkValueFor(host, board, button, idA, idB);
     if (value >= 0) {
-        const Move move{value, state.HoverRow, state.HoverCol, state.EndARow, state.EndACol, state.EndBRow, state.EndBCol};
+        const Move move{value,         state.HoverRow, state.HoverCol, state.EndARow,
+                        state.EndACol, state.EndBRow,  state.EndBCol};
         ApplyMove(board, move, LinkEntries::Both);
         const std::unique_ptr<Canvas> canvas = host.OpenBoardCanvas();
         DrawMove(*canvas, board, host.Style(), move);

@@ -6,10 +6,7 @@
 
 namespace tallyon {
 
-std::string CaptionNumber(int n)
-{
-    return n < 0 ? std::to_string(n) : " " + std::to_string(n);
-}
+std::string CaptionNumber(int n) { return n < 0 ? std::to_string(n) : " " + std::to_string(n); }
 
 int NumberFromText(const std::string& text)
 {

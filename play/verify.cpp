@@ -45,8 +45,7 @@ bool KeyNodeLinked(const Board& board, int cellNo)
     if (cellNo < 0 || cellNo > CellNumberArray::Hi)
         return false;
     const int row = board.CellRow[cellNo], col = board.CellCol[cellNo];
-    if (row < CellArray<int>::Lo || row > CellArray<int>::Hi || col < CellArray<int>::Lo ||
-        col > CellArray<int>::Hi)
+    if (row < CellArray<int>::Lo || row > CellArray<int>::Hi || col < CellArray<int>::Lo || col > CellArray<int>::Hi)
         return false;
     return !LinkLetters(board, row, col).empty();
 }
@@ -57,8 +56,7 @@ int CheckMath(int a, int b, int c) { return IsValidTripleAsVerified(a, b, c) ? 0
 
 int NodeDegree(const Board& board, int row, int col)
 {
-    return board.UserLeft(row, col) + board.UserRight(row, col) + board.UserUp(row, col) +
-           board.UserDown(row, col);
+    return board.UserLeft(row, col) + board.UserRight(row, col) + board.UserUp(row, col) + board.UserDown(row, col);
 }
 
 std::string LinkLetters(const Board& board, int row, int col)
@@ -116,8 +114,8 @@ void VerifyPress(PlayHost& host, const Board& board)
     const CheckResult result = CheckSolution(board);
     if (result.row != 0) {
         const int q = board.QuarterPitch;
-        host.ShowErrorMarker(board.CellX(result.row, result.column) - q,
-                             board.CellY(result.row, result.column) - q, 2 * q);
+        host.ShowErrorMarker(board.CellX(result.row, result.column) - q, board.CellY(result.row, result.column) - q,
+                             2 * q);
     }
     host.SetStatus(result.message);
 }

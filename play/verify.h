@@ -19,7 +19,7 @@ inline constexpr int kStatusSolved = 99;
 
 struct CheckResult {
     std::string message;
-    int row = 0;    // the link cell of the first wrong link in scan order, else 0
+    int row = 0; // the link cell of the first wrong link in scan order, else 0
     int column = 0;
     int status = 0; // kStatus...
 };

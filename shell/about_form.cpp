@@ -23,7 +23,7 @@ namespace tallyon {
 
 namespace {
 
-constexpr int kFormWidth = 7800;   // twips
+constexpr int kFormWidth = 7800; // twips
 constexpr int kFormHeight = 3900;
 constexpr int kEmblemSide = 1500;
 
@@ -33,8 +33,7 @@ int Px(int twips) { return twips / kTwipsPerPixel; }
 
 QString ContactLine(const QString& homepage)
 {
-    return homepage.isEmpty() ? QStringLiteral("Contact: see README")
-                              : QStringLiteral("Contact: ") + homepage;
+    return homepage.isEmpty() ? QStringLiteral("Contact: see README") : QStringLiteral("Contact: ") + homepage;
 }
 
 QString AboutTextFor(const QString& releaseMonth, const QString& homepage)
@@ -61,9 +60,7 @@ QPixmap TallyonEmblem(int side)
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
     const double step = side / 3.0;
-    auto centre = [step](int column, int row) {
-        return QPointF(step * (column + 0.5), step * (row + 0.5));
-    };
+    auto centre = [step](int column, int row) { return QPointF(step * (column + 0.5), step * (row + 0.5)); };
     // The lattice lines.
     painter.setPen(QPen(QColor(120, 120, 120), qMax(1.0, side / 60.0)));
     for (int i = 0; i < 3; ++i) {
@@ -92,8 +89,8 @@ QPixmap TallyonEmblem(int side)
             painter.setBrush(fill);
             const QPointF c = centre(column, row);
             painter.drawEllipse(c, radius, radius);
-            painter.drawText(QRectF(c.x() - radius, c.y() - radius, 2 * radius, 2 * radius),
-                             Qt::AlignCenter, QString::number(digits[row][column]));
+            painter.drawText(QRectF(c.x() - radius, c.y() - radius, 2 * radius, 2 * radius), Qt::AlignCenter,
+                             QString::number(digits[row][column]));
         }
     }
     return pixmap;
@@ -121,18 +118,15 @@ AboutForm::AboutForm(AppState& state, QWidget* parent) : QDialog(parent), state_
     AboutText->setFrameShape(QFrame::NoFrame);
     AboutText->setLineWrapMode(QPlainTextEdit::NoWrap);
     AboutText->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    AboutText->setPlainText(AboutTextFor(QStringLiteral(TALLYON_RELEASE_MONTH),
-                                         QStringLiteral(TALLYON_HOMEPAGE)));
+    AboutText->setPlainText(AboutTextFor(QStringLiteral(TALLYON_RELEASE_MONTH), QStringLiteral(TALLYON_HOMEPAGE)));
     const int textLeft = 2 * margin + emblem;
-    AboutText->setGeometry(textLeft, margin, width() - textLeft - margin,
-                           height() - 3 * margin - Px(400));
+    AboutText->setGeometry(textLeft, margin, width() - textLeft - margin, height() - 3 * margin - Px(400));
     AboutText->viewport()->installEventFilter(this);
     AboutText->installEventFilter(this);
 
     AboutOk = new QPushButton(QStringLiteral("OK"), this);
     AboutOk->setObjectName(QStringLiteral("AboutOk"));
-    AboutOk->setGeometry(width() - margin - Px(1100), height() - margin - Px(400), Px(1100),
-                         Px(400));
+    AboutOk->setGeometry(width() - margin - Px(1100), height() - margin - Px(400), Px(1100), Px(400));
     AboutOk->setDefault(true);
     connect(AboutOk, &QPushButton::clicked, this, &QDialog::accept);
 }
@@ -152,8 +146,7 @@ bool AboutForm::eventFilter(QObject* watched, QEvent* event)
         accept();
         return true;
     }
-    if (event->type() == QEvent::KeyPress
-        && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
         accept();
         return true;
     }

@@ -19,7 +19,7 @@ bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
 std::optional<qint32> ParseInteger(const QByteArray& token)
 {
     if (token.isEmpty())
-        return 0;   // an empty field between separators
+        return 0; // an empty field between separators
     qsizetype i = 0;
     const bool negative = token.at(0) == '-';
     if (token.at(0) == '-' || token.at(0) == '+')
@@ -27,8 +27,8 @@ std::optional<qint32> ParseInteger(const QByteArray& token)
     if (i == token.size())
         return std::nullopt;
     qint64 value = 0;
-    const qint64 limit = negative ? -qint64(std::numeric_limits<qint32>::min())
-                                  : qint64(std::numeric_limits<qint32>::max());
+    const qint64 limit =
+        negative ? -qint64(std::numeric_limits<qint32>::min()) : qint64(std::numeric_limits<qint32>::max());
     for (; i < token.size(); ++i) {
         const char c = token.at(i);
         if (c < '0' || c > '9')
@@ -110,8 +110,7 @@ void LetEventsRun()
 
 QString FailureText(const QString& path, const char* outcome)
 {
-    return QStringLiteral("Configuration file:\r\n") + path + QStringLiteral("\r\n")
-        + QLatin1String(outcome);
+    return QStringLiteral("Configuration file:\r\n") + path + QStringLiteral("\r\n") + QLatin1String(outcome);
 }
 
 } // namespace
@@ -151,10 +150,15 @@ std::optional<Settings> ParseConfig(const QByteArray& bytes)
 QStringList FormatConfig(const Settings& s)
 {
     // Colours go out as signed 32-bit values so that every value written reads back.
-    const qint32 n[9] = {s.GridSize, s.NodeShape, s.GridLineWidth,
-                         static_cast<qint32>(s.ShapeColour), static_cast<qint32>(s.GridColour),
-                         static_cast<qint32>(s.FontColour), s.PathDirection,
-                         static_cast<qint32>(s.UserLineColour), s.PrintLineWidth};
+    const qint32 n[9] = {s.GridSize,
+                         s.NodeShape,
+                         s.GridLineWidth,
+                         static_cast<qint32>(s.ShapeColour),
+                         static_cast<qint32>(s.GridColour),
+                         static_cast<qint32>(s.FontColour),
+                         s.PathDirection,
+                         static_cast<qint32>(s.UserLineColour),
+                         s.PrintLineWidth};
     QStringList numbers;
     for (qint32 value : n)
         numbers.append(NumberText(value));
@@ -175,7 +179,7 @@ bool ReadConfig(AppState& state)
                 QStringLiteral("vbok+vbinformation"));
     LetEventsRun();
     state.settings = FreshInstallSettings();
-    WriteTextLines(path, FormatConfig(state.settings));   // a failure here stays silent
+    WriteTextLines(path, FormatConfig(state.settings)); // a failure here stays silent
     return false;
 }
 
@@ -184,8 +188,7 @@ bool WriteConfig(AppState& state)
     const QString path = ConfigFilePath(state);
     if (WriteTextLines(path, FormatConfig(state.settings)))
         return true;
-    ShowMessage(FailureText(path, "could not be accessed, options not saved"),
-                QStringLiteral("vbok+vbcritical"));
+    ShowMessage(FailureText(path, "could not be accessed, options not saved"), QStringLiteral("vbok+vbcritical"));
     return false;
 }
 

@@ -75,10 +75,7 @@ void Form4::Navigate(const QString& path)
     WebBrowser1->setSource(url);
 }
 
-QString Form4::LocationURL() const
-{
-    return WebBrowser1->source().toString();
-}
+QString Form4::LocationURL() const { return WebBrowser1->source().toString(); }
 
 void Form4::Command1Click()
 {

@@ -32,9 +32,9 @@ public:
     void ApplyColours();
 
     QTextBrowser* WebBrowser1 = nullptr;
-    QPushButton* Command1 = nullptr;   // "Back"
-    QPushButton* Command2 = nullptr;   // "Forward"
-    QPushButton* Command3 = nullptr;   // "Exit"
+    QPushButton* Command1 = nullptr; // "Back"
+    QPushButton* Command2 = nullptr; // "Forward"
+    QPushButton* Command3 = nullptr; // "Exit"
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -23,9 +23,6 @@ QString InstructionText()
     return text;
 }
 
-void ShowInstructions()
-{
-    ShowMessage(InstructionText(), QStringLiteral("vbok+vbinformation"));
-}
+void ShowInstructions() { ShowMessage(InstructionText(), QStringLiteral("vbok+vbinformation")); }
 
 } // namespace tallyon

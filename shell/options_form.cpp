@@ -88,8 +88,7 @@ void Form6::Activate()
 {
     if (QWidget* main = parentWidget())
         move(main->geometry().center() - rect().center());
-    ColPik1->SetColours(state_.SchemeColours[kSchemeBackground],
-                        state_.SchemeColours[state_.ControlColourIndex]);
+    ColPik1->SetColours(state_.SchemeColours[kSchemeBackground], state_.SchemeColours[state_.ControlColourIndex]);
     LoadSamples();
     Recolour();
     Frame1->setTitle(state_.settings.SchemeFile);
@@ -142,10 +141,7 @@ void Form6::Recolour()
     }
 }
 
-Colour Form6::LabelTextColour(QLabel* label) const
-{
-    return FromQColor(label->palette().color(QPalette::WindowText));
-}
+Colour Form6::LabelTextColour(QLabel* label) const { return FromQColor(label->palette().color(QPalette::WindowText)); }
 
 void Form6::SwatchMouseUp(QLabel* swatch, int button)
 {
@@ -196,7 +192,7 @@ void Form6::command1Click()
     const QList<QListWidgetItem*> selected = List1->selectedItems();
     if (!selected.isEmpty() && !selected.first()->text().isEmpty())
         s.SchemeFile = selected.first()->text() + QStringLiteral(".col");
-    (void)Check1->isChecked();   // "Fill Black" is read but applies nothing
+    (void)Check1->isChecked(); // "Fill Black" is read but applies nothing
     if (Option1->isChecked())
         s.NodeShape = 1;
     else if (Option2->isChecked())
@@ -216,9 +212,6 @@ void Form6::command1Click()
     emit RefreshMainWindow();
 }
 
-void Form6::command2Click()
-{
-    hide();
-}
+void Form6::command2Click() { hide(); }
 
 } // namespace tallyon

@@ -58,34 +58,34 @@ public:
     void command2Click();
 
     // Frames.
-    QGroupBox* Frame1 = nullptr;   // "Colour Scheme"
-    QGroupBox* Frame2 = nullptr;   // "Colours"
-    QGroupBox* Frame3 = nullptr;   // "Shape"
-    QGroupBox* Frame4 = nullptr;   // "Colour Selector"
-    QGroupBox* Frame5 = nullptr;   // "Path Direction"
-    QGroupBox* Frame6 = nullptr;   // "Size"
-    QGroupBox* Frame7 = nullptr;   // "Print Line"
+    QGroupBox* Frame1 = nullptr; // "Colour Scheme"
+    QGroupBox* Frame2 = nullptr; // "Colours"
+    QGroupBox* Frame3 = nullptr; // "Shape"
+    QGroupBox* Frame4 = nullptr; // "Colour Selector"
+    QGroupBox* Frame5 = nullptr; // "Path Direction"
+    QGroupBox* Frame6 = nullptr; // "Size"
+    QGroupBox* Frame7 = nullptr; // "Print Line"
     // Controls.
     QLineEdit* Text1 = nullptr;
-    QRadioButton* Option1 = nullptr;   // "Rectangle"
-    QRadioButton* Option2 = nullptr;   // "Circle"
-    QRadioButton* Option3 = nullptr;   // "Rounded"
-    QRadioButton* Option4 = nullptr;   // "Oval"
-    QCheckBox* Check1 = nullptr;       // "Fill Black"
-    QCheckBox* Check2 = nullptr;       // "Adjust"
+    QRadioButton* Option1 = nullptr; // "Rectangle"
+    QRadioButton* Option2 = nullptr; // "Circle"
+    QRadioButton* Option3 = nullptr; // "Rounded"
+    QRadioButton* Option4 = nullptr; // "Oval"
+    QCheckBox* Check1 = nullptr;     // "Fill Black"
+    QCheckBox* Check2 = nullptr;     // "Adjust"
     std::array<QRadioButton*, 5> Option5{};
     ColPik* ColPik1 = nullptr;
-    SampleShape* shape2 = nullptr;     // grid colour and width
-    SampleShape* Shape1 = nullptr;     // shape colour
-    SampleShape* Shape3 = nullptr;     // user line colour
-    QLabel* Label1 = nullptr;          // "Shape"
-    QLabel* Label2 = nullptr;          // "Grid"
-    QLabel* Label3 = nullptr;          // "Number"
-    QLabel* Label4 = nullptr;          // font colour sample
-    QLabel* Label5 = nullptr;          // "User Line"
+    SampleShape* shape2 = nullptr; // grid colour and width
+    SampleShape* Shape1 = nullptr; // shape colour
+    SampleShape* Shape3 = nullptr; // user line colour
+    QLabel* Label1 = nullptr;      // "Shape"
+    QLabel* Label2 = nullptr;      // "Grid"
+    QLabel* Label3 = nullptr;      // "Number"
+    QLabel* Label4 = nullptr;      // font colour sample
+    QLabel* Label5 = nullptr;      // "User Line"
     QListWidget* List1 = nullptr;
-    BoxControl* command1 = nullptr;    // "Apply"
-    BoxControl* command2 = nullptr;    // "Close"
+    BoxControl* command1 = nullptr; // "Apply"
+    BoxControl* command2 = nullptr; // "Close"
 
 signals:
     // Stands for pressing the main window's hidden Command2: re-apply the scheme, redraw.

@@ -25,7 +25,7 @@ constexpr int kLowerRow = 164;
 constexpr int kFormWidth = 688;
 constexpr int kFormHeight = 352;
 constexpr int kRowStep = 24;
-constexpr int kFirstRow = 22;   // first control inside a frame, below its caption
+constexpr int kFirstRow = 22; // first control inside a frame, below its caption
 
 } // namespace
 
@@ -60,9 +60,9 @@ void Form6::BuildColours()
     Frame2 = MakeFrame(QStringLiteral("Colours"), QRect(kColumnA, kTopRow, 320, 150));
     Label1 = MakeSwatch(Frame2, QStringLiteral("Shape"),
                         QStringLiteral("Click to set Shape colour, select colour first"), kFirstRow);
-    Label2 = MakeSwatch(Frame2, QStringLiteral("Grid"),
-                        QStringLiteral("Left click to set Grid colour, Right click to set Grid Line Width"),
-                        kFirstRow + 30);
+    Label2 =
+        MakeSwatch(Frame2, QStringLiteral("Grid"),
+                   QStringLiteral("Left click to set Grid colour, Right click to set Grid Line Width"), kFirstRow + 30);
     Label5 = MakeSwatch(Frame2, QStringLiteral("User Line"),
                         QStringLiteral("Click to set Grid colour, select colour first"), kFirstRow + 60);
     Label3 = MakeSwatch(Frame2, QStringLiteral("Number"),
@@ -119,8 +119,7 @@ void Form6::BuildSizeAndPrintLine()
 void Form6::BuildPathDirection()
 {
     Frame5 = MakeFrame(QStringLiteral("Path Direction"), QRect(kColumnC, kTopRow, 192, 150));
-    static const char* const kCaptions[5] = {"Random", "Left toRight", "Top to Bottom",
-                                             "Right to Left", "Down to Top"};
+    static const char* const kCaptions[5] = {"Random", "Left toRight", "Top to Bottom", "Right to Left", "Down to Top"};
     for (int i = 0; i < 5; ++i) {
         Option5[i] = MakeOption(Frame5, QString::fromLatin1(kCaptions[i]), kFirstRow + i * kRowStep);
         Option5[i]->setObjectName(QStringLiteral("Option5_%1").arg(i));

@@ -34,8 +34,8 @@ void ForEachMenu(const QWidget* root, QSet<QMenu*>& seen, const std::function<vo
 // makes the menu show the colour asked for.
 QColor MenuBase(const QWidget* w, const QColor& c)
 {
-    const bool fusion = qobject_cast<const QMenu*>(w) != nullptr
-        && w->style()->name().compare(QLatin1String("fusion"), Qt::CaseInsensitive) == 0;
+    const bool fusion = qobject_cast<const QMenu*>(w) != nullptr &&
+                        w->style()->name().compare(QLatin1String("fusion"), Qt::CaseInsensitive) == 0;
     return fusion ? c.darker(108) : c;
 }
 

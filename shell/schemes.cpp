@@ -38,8 +38,8 @@ Colour FillFromBlock(const QStringList& lines, qsizetype first, SchemeTable& tab
         const QStringList fields = lines.at(at).split(QLatin1Char(';'));
         if (fields.size() < 3)
             break;
-        table[index] = RGB(SchemeChannelValue(fields.at(0)), SchemeChannelValue(fields.at(1)),
-                           SchemeChannelValue(fields.at(2)));
+        table[index] =
+            RGB(SchemeChannelValue(fields.at(0)), SchemeChannelValue(fields.at(1)), SchemeChannelValue(fields.at(2)));
         if (index == kSchemeBackground)
             result = table[index];
     }
@@ -63,17 +63,11 @@ void LetEventsRun()
         QCoreApplication::processEvents();
 }
 
-Colour PlatformListBackground()
-{
-    return FromQColor(QApplication::palette().color(QPalette::Base));
-}
+Colour PlatformListBackground() { return FromQColor(QApplication::palette().color(QPalette::Base)); }
 
 } // namespace
 
-QString SchemesFilePath(const AppState& state)
-{
-    return state.AppDir + QStringLiteral("all.col");
-}
+QString SchemesFilePath(const AppState& state) { return state.AppDir + QStringLiteral("all.col"); }
 
 QStringList SchemeNamesIn(const QStringList& lines)
 {
@@ -99,10 +93,14 @@ namespace {
 QString ProblemText(FileProblem problem)
 {
     switch (problem) {
-    case FileProblem::NotAFile: return QStringLiteral("is not a regular file");
-    case FileProblem::TooBig: return QStringLiteral("is too large (over %1 MB)").arg(kMaxSchemesFileBytes >> 20);
-    case FileProblem::Unreadable: return QStringLiteral("could not be read");
-    default: return QStringLiteral("not found");
+    case FileProblem::NotAFile:
+        return QStringLiteral("is not a regular file");
+    case FileProblem::TooBig:
+        return QStringLiteral("is too large (over %1 MB)").arg(kMaxSchemesFileBytes >> 20);
+    case FileProblem::Unreadable:
+        return QStringLiteral("could not be read");
+    default:
+        return QStringLiteral("not found");
     }
 }
 
@@ -114,8 +112,8 @@ void FailMissingSchemes(const QString& path, FileProblem problem)
     std::fprintf(stderr, "Tallyon: colour schemes file %s: %s\n", why.toLocal8Bit().constData(),
                  path.toLocal8Bit().constData());
     std::fflush(stderr);
-    ShowMessage(QStringLiteral("Colour schemes file:\r\n") + path + QStringLiteral("\r\n") + why
-                    + QStringLiteral(", the program cannot start"),
+    ShowMessage(QStringLiteral("Colour schemes file:\r\n") + path + QStringLiteral("\r\n") + why +
+                    QStringLiteral(", the program cannot start"),
                 QStringLiteral("vbok+vbcritical"));
     std::exit(1);
 }
@@ -138,7 +136,7 @@ int SchemeChannelValue(const QString& field)
         }
     }
     if (negative)
-        return 0;   // a negative value counts as 0, as a value above 255 counts as 255
+        return 0; // a negative value counts as 0, as a value above 255 counts as 255
     return value > 255.0 ? 255 : RoundHalfEven(value);
 }
 
@@ -163,20 +161,15 @@ Colour LoadSchemePreview(AppState& state, const QString& name)
         table[kSchemeMenuBar] = fixed::Blue;
         return table[kSchemeBackground];
     }
-    const QString file = state.PreviewSchemesFile.isEmpty() ? QStringLiteral("all.col")
-                                                            : state.PreviewSchemesFile;
+    const QString file = state.PreviewSchemesFile.isEmpty() ? QStringLiteral("all.col") : state.PreviewSchemesFile;
     const SchemeLoad load = LoadFromFile(file, name, table);
     if (load.search != SchemeSearch::NotFound)
         return load.result;
-    ShowMessage(QStringLiteral("Color Scheme: ") + name + QStringLiteral(" not found"),
-                QStringLiteral("vbok"));
+    ShowMessage(QStringLiteral("Color Scheme: ") + name + QStringLiteral(" not found"), QStringLiteral("vbok"));
     state.settings.SchemeFile = QStringLiteral("default.col");
     return 0;
 }
 
-bool SchemeColoursMenu(const QString& schemeFile)
-{
-    return !schemeFile.toUpper().contains(QStringLiteral("DEFAULT"));
-}
+bool SchemeColoursMenu(const QString& schemeFile) { return !schemeFile.toUpper().contains(QStringLiteral("DEFAULT")); }
 
 } // namespace tallyon

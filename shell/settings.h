@@ -15,12 +15,12 @@ namespace tallyon {
 // The settings kept in tallyon.cfg, with their values before the file is read.
 struct Settings {
     int GridSize = 0;
-    int NodeShape = 0;          // 1 Rectangle, 2 Circle
+    int NodeShape = 0; // 1 Rectangle, 2 Circle
     int GridLineWidth = 0;
     Colour ShapeColour = 0;
     Colour GridColour = fixed::DarkText;
     Colour FontColour = fixed::DarkText;
-    int PathDirection = 0;      // 0 Random, 1 Left toRight, 2 Top to Bottom, 3, 4
+    int PathDirection = 0; // 0 Random, 1 Left toRight, 2 Top to Bottom, 3, 4
     Colour UserLineColour = 0;
     int PrintLineWidth = 0;
     QString SchemeFile;
@@ -38,19 +38,21 @@ inline constexpr int kSchemeAbout = 5;
 
 // The shipped "xp.col" scheme, built in. The table holds it until a scheme is loaded, so a
 // tallyon.cfg naming a scheme that all.col lacks still gets a readable window, not a black one.
-inline constexpr SchemeTable kXpSchemeColours = {
-    RGB(172, 168, 153), RGB(255, 255, 255), RGB(236, 233, 216), RGB(236, 233, 216),
-    RGB(245, 244, 236), RGB(214, 223, 247), RGB(49, 106, 197),  RGB(241, 239, 226),
-    RGB(226, 223, 205), RGB(255, 255, 255), RGB(0, 84, 227),    RGB(61, 149, 255),
-    RGB(128, 128, 128), 0};
+inline constexpr SchemeTable kXpSchemeColours = {RGB(172, 168, 153), RGB(255, 255, 255),
+                                                 RGB(236, 233, 216), RGB(236, 233, 216),
+                                                 RGB(245, 244, 236), RGB(214, 223, 247),
+                                                 RGB(49, 106, 197),  RGB(241, 239, 226),
+                                                 RGB(226, 223, 205), RGB(255, 255, 255),
+                                                 RGB(0, 84, 227),    RGB(61, 149, 255),
+                                                 RGB(128, 128, 128), 0};
 
 struct AppState {
-    QString AppDir;                 // the executable's directory, ending in "/"
-    QString SettingsDir;            // where tallyon.cfg is kept, ending in "/"; empty: AppDir
+    QString AppDir;      // the executable's directory, ending in "/"
+    QString SettingsDir; // where tallyon.cfg is kept, ending in "/"; empty: AppDir
     Settings settings;
     SchemeTable SchemeColours = kXpSchemeColours;
     int ControlColourIndex = kSchemeControl;
-    QString PreviewSchemesFile;     // bare "all.col", opened relative to the current directory
+    QString PreviewSchemesFile; // bare "all.col", opened relative to the current directory
 };
 
 } // namespace tallyon

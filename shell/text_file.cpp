@@ -103,7 +103,7 @@ bool WriteTextLines(const QString& path, const QStringList& lines)
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return false;
     if (file.write(bytes) != bytes.size() || file.error() != QFileDevice::NoError) {
-        file.cancelWriting();   // the temporary file goes when `file` does
+        file.cancelWriting(); // the temporary file goes when `file` does
         return false;
     }
     return file.commit();

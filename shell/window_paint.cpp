@@ -36,9 +36,6 @@ void SetBaseColour(QWidget* widget, Colour colour)
     widget->setAutoFillBackground(true);
 }
 
-void SetTextColour(QWidget* widget, Colour colour)
-{
-    SetRoles(widget, {QPalette::WindowText, QPalette::Text}, colour);
-}
+void SetTextColour(QWidget* widget, Colour colour) { SetRoles(widget, {QPalette::WindowText, QPalette::Text}, colour); }
 
 } // namespace tallyon::windowpaint

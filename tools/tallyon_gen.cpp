@@ -59,10 +59,10 @@ Options Parse(int argc, char** argv)
         else if (flag == "--count")
             o.count = ToInt(value);
         else if (flag == "--side")
-            o.sideTag = std::string_view(value) == "left" ? kSideLeft
-                : std::string_view(value) == "top"       ? kSideTop
-                : std::string_view(value) == "random"    ? kSideRandom
-                                                         : -2;
+            o.sideTag = std::string_view(value) == "left"     ? kSideLeft
+                        : std::string_view(value) == "top"    ? kSideTop
+                        : std::string_view(value) == "random" ? kSideRandom
+                                                              : -2;
         else
             Usage();
     }
@@ -92,20 +92,19 @@ void PrintJson(const Board& b, const BuildStats& stats)
         list2 += (list2.empty() ? "" : ",") + item;
     std::printf("{\"GridSize\":%d,\"BoardSpan\":%d,\"StartSide\":%d,\"KeyNodes\":[%d,%d,%d],"
                 "\"StartNode\":%d,\"EndNode\":%d,\"PathList\":\"%s\",\"List2\":[%s],",
-                b.GridSize, b.BoardSpan, b.StartSide, b.KeyNodes[0], b.KeyNodes[1], b.KeyNodes[2],
-                b.StartNode, b.EndNode, b.PathList.c_str(), list2.c_str());
+                b.GridSize, b.BoardSpan, b.StartSide, b.KeyNodes[0], b.KeyNodes[1], b.KeyNodes[2], b.StartNode,
+                b.EndNode, b.PathList.c_str(), list2.c_str());
     std::printf("\"NodeValue\":%s,\"CellState\":%s,\"PathLeft\":%s,\"PathRight\":%s,\"PathUp\":%s,"
                 "\"PathDown\":%s,\"Rounds\":%d}\n",
                 Grid(b, b.NodeValue).c_str(), Grid(b, b.CellState).c_str(), Grid(b, b.PathLeft).c_str(),
-                Grid(b, b.PathRight).c_str(), Grid(b, b.PathUp).c_str(), Grid(b, b.PathDown).c_str(),
-                stats.Rounds);
+                Grid(b, b.PathRight).c_str(), Grid(b, b.PathUp).c_str(), Grid(b, b.PathDown).c_str(), stats.Rounds);
 }
 
 std::string Where(const Board& b, int cell)
 {
-    return std::to_string(cell) + " (row " + std::to_string(b.CellRow[cell]) + ", column "
-        + std::to_string(b.CellCol[cell]) + ", digit " + std::to_string(b.NodeValue(b.CellRow[cell], b.CellCol[cell]))
-        + ")";
+    return std::to_string(cell) + " (row " + std::to_string(b.CellRow[cell]) + ", column " +
+           std::to_string(b.CellCol[cell]) + ", digit " +
+           std::to_string(b.NodeValue(b.CellRow[cell], b.CellCol[cell])) + ")";
 }
 
 void PrintText(const Board& b, const BuildStats& stats, int number)

@@ -15,13 +15,10 @@
 namespace tallyon {
 namespace {
 
-constexpr qreal kInset = 20.0 / kTwipsPerPixel;  // the bevel's inset, 20 twips
+constexpr qreal kInset = 20.0 / kTwipsPerPixel; // the bevel's inset, 20 twips
 constexpr int kDefaultFontSize = 8;
 
-Colour SystemColour(QPalette::ColorRole role)
-{
-    return FromQColor(QApplication::palette().color(role));
-}
+Colour SystemColour(QPalette::ColorRole role) { return FromQColor(QApplication::palette().color(role)); }
 
 QColor Mix(const QColor& a, const QColor& b, qreal t)
 {
@@ -45,10 +42,14 @@ void Bevel(QPainter& p, const QRectF& r, const QColor& topLeft, const QColor& bo
 int MouseButtonCode(Qt::MouseButton button)
 {
     switch (button) {
-    case Qt::LeftButton: return 1;
-    case Qt::RightButton: return 2;
-    case Qt::MiddleButton: return 4;
-    default: return 0;
+    case Qt::LeftButton:
+        return 1;
+    case Qt::RightButton:
+        return 2;
+    case Qt::MiddleButton:
+        return 4;
+    default:
+        return 0;
     }
 }
 
@@ -71,31 +72,49 @@ int KeyCode(int key)
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
         return 112 + (key - Qt::Key_F1);
     switch (key) {
-    case Qt::Key_Backspace: return 8;
-    case Qt::Key_Tab: case Qt::Key_Backtab: return 9;
-    case Qt::Key_Return: case Qt::Key_Enter: return 13;
-    case Qt::Key_Shift: return 16;
-    case Qt::Key_Control: return 17;
-    case Qt::Key_Alt: return 18;
-    case Qt::Key_Escape: return 27;
-    case Qt::Key_PageUp: return 33;
-    case Qt::Key_PageDown: return 34;
-    case Qt::Key_End: return 35;
-    case Qt::Key_Home: return 36;
-    case Qt::Key_Left: return 37;
-    case Qt::Key_Up: return 38;
-    case Qt::Key_Right: return 39;
-    case Qt::Key_Down: return 40;
-    case Qt::Key_Insert: return 45;
-    case Qt::Key_Delete: return 46;
-    default: return key & 0xFFFF;
+    case Qt::Key_Backspace:
+        return 8;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        return 9;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return 13;
+    case Qt::Key_Shift:
+        return 16;
+    case Qt::Key_Control:
+        return 17;
+    case Qt::Key_Alt:
+        return 18;
+    case Qt::Key_Escape:
+        return 27;
+    case Qt::Key_PageUp:
+        return 33;
+    case Qt::Key_PageDown:
+        return 34;
+    case Qt::Key_End:
+        return 35;
+    case Qt::Key_Home:
+        return 36;
+    case Qt::Key_Left:
+        return 37;
+    case Qt::Key_Up:
+        return 38;
+    case Qt::Key_Right:
+        return 39;
+    case Qt::Key_Down:
+        return 40;
+    case Qt::Key_Insert:
+        return 45;
+    case Qt::Key_Delete:
+        return 46;
+    default:
+        return key & 0xFFFF;
     }
 }
 
 BoxControl::BoxControl(QWidget* parent)
-    : QWidget(parent),
-      back_(SystemColour(QPalette::Button)),
-      fore_(SystemColour(QPalette::ButtonText)),
+    : QWidget(parent), back_(SystemColour(QPalette::Button)), fore_(SystemColour(QPalette::ButtonText)),
       font_(parent ? parent->font() : QApplication::font())
 {
     font_.setPointSize(kDefaultFontSize);
@@ -105,16 +124,56 @@ BoxControl::BoxControl(QWidget* parent)
     resize(1215 / kTwipsPerPixel, 495 / kTwipsPerPixel);
 }
 
-void BoxControl::SetBackColor(Colour colour) { back_ = colour; Changed("BackColor", false); }
-void BoxControl::SetForeColor(Colour colour) { fore_ = colour; Changed("ForeColor", true); }
-void BoxControl::SetEnabled(bool enabled) { setEnabled(enabled); Changed("Enabled", false); }
-void BoxControl::SetFont(const QFont& font) { font_ = font; Changed("Font", true); }
-void BoxControl::SetFontSize(int points) { font_.setPointSize(qMax(1, points)); Changed("FontSize", true); }
-void BoxControl::SetFontBold(bool bold) { font_.setBold(bold); Changed("FontBold", true); }
-void BoxControl::SetFontItalic(bool italic) { font_.setItalic(italic); Changed("FontItalic", true); }
-void BoxControl::SetCaption(const QString& caption) { caption_ = caption; Changed("Caption", true); }
-void BoxControl::SetPicture(const QPixmap& picture) { picture_ = picture; Changed("Picture", true); }
-void BoxControl::SetBorderStyle(int style) { borderStyle_ = style; Changed("BorderStyle", false); }
+void BoxControl::SetBackColor(Colour colour)
+{
+    back_ = colour;
+    Changed("BackColor", false);
+}
+void BoxControl::SetForeColor(Colour colour)
+{
+    fore_ = colour;
+    Changed("ForeColor", true);
+}
+void BoxControl::SetEnabled(bool enabled)
+{
+    setEnabled(enabled);
+    Changed("Enabled", false);
+}
+void BoxControl::SetFont(const QFont& font)
+{
+    font_ = font;
+    Changed("Font", true);
+}
+void BoxControl::SetFontSize(int points)
+{
+    font_.setPointSize(qMax(1, points));
+    Changed("FontSize", true);
+}
+void BoxControl::SetFontBold(bool bold)
+{
+    font_.setBold(bold);
+    Changed("FontBold", true);
+}
+void BoxControl::SetFontItalic(bool italic)
+{
+    font_.setItalic(italic);
+    Changed("FontItalic", true);
+}
+void BoxControl::SetCaption(const QString& caption)
+{
+    caption_ = caption;
+    Changed("Caption", true);
+}
+void BoxControl::SetPicture(const QPixmap& picture)
+{
+    picture_ = picture;
+    Changed("Picture", true);
+}
+void BoxControl::SetBorderStyle(int style)
+{
+    borderStyle_ = style;
+    Changed("BorderStyle", false);
+}
 
 void BoxControl::SetToolTipText(const QString& text)
 {
@@ -204,7 +263,8 @@ void BoxControl::DrawFace(QPainter& p) const
 
     const QPointF shift = pressed_ ? QPointF(1, 1) : QPointF(0, 0);
     const QFontMetricsF metrics(font_);
-    const QSizeF text = caption_.isEmpty() ? QSizeF(0, 0) : QSizeF(metrics.horizontalAdvance(caption_), metrics.height());
+    const QSizeF text =
+        caption_.isEmpty() ? QSizeF(0, 0) : QSizeF(metrics.horizontalAdvance(caption_), metrics.height());
     const QSizeF pic = picture_.isNull() ? QSizeF(0, 0) : picture_.deviceIndependentSize();
     const qreal gap = (!caption_.isEmpty() && !picture_.isNull()) ? 2.0 : 0.0;
     qreal top = (height() - (pic.height() + gap + text.height())) / 2.0;

@@ -11,11 +11,10 @@
 namespace tallyon {
 namespace {
 
-constexpr int kSwatch = 18;    // swatch side, pixels
+constexpr int kSwatch = 18; // swatch side, pixels
 constexpr int kMargin = 6;
 constexpr int kBarTop = 56;
 constexpr int kRowHeight = 28;
-
 
 void Paint(QWidget* w, QPalette::ColorRole role, Colour colour)
 {
@@ -27,10 +26,9 @@ void Paint(QWidget* w, QPalette::ColorRole role, Colour colour)
 } // namespace
 
 const std::array<Colour, 16> ColPik::kStandardColours = {
-    RGB(0, 0, 0),     RGB(128, 0, 0),   RGB(0, 128, 0),   RGB(128, 128, 0),
-    RGB(0, 0, 128),   RGB(128, 0, 128), RGB(0, 128, 128), RGB(192, 192, 192),
-    RGB(128, 128, 128), RGB(255, 0, 0), RGB(0, 255, 0),   RGB(255, 255, 0),
-    RGB(0, 0, 255),   RGB(255, 0, 255), RGB(0, 255, 255), RGB(255, 255, 255)};
+    RGB(0, 0, 0),     RGB(128, 0, 0),     RGB(0, 128, 0),     RGB(128, 128, 0),  RGB(0, 0, 128), RGB(128, 0, 128),
+    RGB(0, 128, 128), RGB(192, 192, 192), RGB(128, 128, 128), RGB(255, 0, 0),    RGB(0, 255, 0), RGB(255, 255, 0),
+    RGB(0, 0, 255),   RGB(255, 0, 255),   RGB(0, 255, 255),   RGB(255, 255, 255)};
 
 ColPik::ColPik(QWidget* parent) : QWidget(parent)
 {
@@ -85,10 +83,7 @@ void ColPik::BuildBars()
     }
 }
 
-Colour ColPik::SelectedColour() const
-{
-    return RGB(bars_[0]->value(), bars_[1]->value(), bars_[2]->value());
-}
+Colour ColPik::SelectedColour() const { return RGB(bars_[0]->value(), bars_[1]->value(), bars_[2]->value()); }
 
 void ColPik::SetSelectedColour(Colour colour)
 {

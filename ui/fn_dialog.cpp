@@ -26,7 +26,6 @@ FNDialog::DialogHook& Hook()
     return hook;
 }
 
-
 // "Name (pattern)"; patterns separated by ";" are given to the dialog separated by blanks.
 QString NameFilter(const QString& name, const QString& types)
 {
@@ -71,7 +70,7 @@ QString FNDialog::ShowDialog(const QString& mode, const QString& initialFile)
     if (mode.toUpper() == QStringLiteral("SAVE")) {
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         dialog.setFileMode(QFileDialog::AnyFile);
-        dialog.setOption(QFileDialog::DontConfirmOverwrite);  // no option flags are asked for
+        dialog.setOption(QFileDialog::DontConfirmOverwrite); // no option flags are asked for
     } else {
         dialog.setAcceptMode(QFileDialog::AcceptOpen);
         dialog.setFileMode(QFileDialog::ExistingFile);
@@ -88,17 +87,55 @@ QString FNDialog::ShowDialog(const QString& mode, const QString& initialFile)
     return result;
 }
 
-void FNDialog::SetBackColor(Colour colour) { back_ = colour; ApplyColours(); emit PropertyChanged("BackColor"); }
-void FNDialog::SetForeColor(Colour colour) { fore_ = colour; ApplyColours(); emit PropertyChanged("ForeColor"); }
-void FNDialog::SetEnabled(bool enabled) { setEnabled(enabled); emit PropertyChanged("Enabled"); }
+void FNDialog::SetBackColor(Colour colour)
+{
+    back_ = colour;
+    ApplyColours();
+    emit PropertyChanged("BackColor");
+}
+void FNDialog::SetForeColor(Colour colour)
+{
+    fore_ = colour;
+    ApplyColours();
+    emit PropertyChanged("ForeColor");
+}
+void FNDialog::SetEnabled(bool enabled)
+{
+    setEnabled(enabled);
+    emit PropertyChanged("Enabled");
+}
 QFont FNDialog::Font() const { return command1->font(); }
-void FNDialog::SetFont(const QFont& font) { command1->setFont(font); emit PropertyChanged("Font"); }
-void FNDialog::SetFileTypes(const QString& types) { fileTypes_ = types; emit PropertyChanged("FileTypes"); }
-void FNDialog::SetFileTypesName(const QString& name) { fileTypesName_ = name; emit PropertyChanged("FileTypesName"); }
-void FNDialog::SetTitle(const QString& title) { title_ = title; emit PropertyChanged("Title"); }
-void FNDialog::SetDefaultDir(const QString& dir) { defaultDir_ = dir; emit PropertyChanged("DefaultDir"); }
+void FNDialog::SetFont(const QFont& font)
+{
+    command1->setFont(font);
+    emit PropertyChanged("Font");
+}
+void FNDialog::SetFileTypes(const QString& types)
+{
+    fileTypes_ = types;
+    emit PropertyChanged("FileTypes");
+}
+void FNDialog::SetFileTypesName(const QString& name)
+{
+    fileTypesName_ = name;
+    emit PropertyChanged("FileTypesName");
+}
+void FNDialog::SetTitle(const QString& title)
+{
+    title_ = title;
+    emit PropertyChanged("Title");
+}
+void FNDialog::SetDefaultDir(const QString& dir)
+{
+    defaultDir_ = dir;
+    emit PropertyChanged("DefaultDir");
+}
 QString FNDialog::Caption() const { return command1->text(); }
-void FNDialog::SetCaption(const QString& caption) { command1->setText(caption); emit PropertyChanged("Caption"); }
+void FNDialog::SetCaption(const QString& caption)
+{
+    command1->setText(caption);
+    emit PropertyChanged("Caption");
+}
 
 void FNDialog::SetPicture(const QPixmap& picture)
 {
@@ -186,7 +223,7 @@ bool FNDialog::PassKey(QEvent* event)
         return false;
     int ascii = key->text().at(0).unicode();
     emit KeyPress(ascii);
-    return ascii == 0;  // the holding window cancelled the character
+    return ascii == 0; // the holding window cancelled the character
 }
 
 void FNDialog::PassMouse(QEvent* event)

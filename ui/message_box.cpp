@@ -28,9 +28,6 @@ int ShowMessage(const QString& message, const QString& style)
     return MessageForm().Run(message, style);
 }
 
-void SetMessageInterceptor(MessageInterceptor interceptor)
-{
-    Interceptor() = std::move(interceptor);
-}
+void SetMessageInterceptor(MessageInterceptor interceptor) { Interceptor() = std::move(interceptor); }
 
 } // namespace tallyon

@@ -17,8 +17,7 @@ namespace {
 const QColor kOutline(40, 40, 40);
 
 // A glyph centred on (cx, cy), `height` tall, filled with `colour`.
-void Glyph(QPainter& p, const QString& text, qreal cx, qreal cy, qreal height, const QColor& colour,
-           bool bold = true)
+void Glyph(QPainter& p, const QString& text, qreal cx, qreal cy, qreal height, const QColor& colour, bool bold = true)
 {
     QFont font(QStringLiteral("Arial"));
     font.setPixelSize(100);
@@ -141,18 +140,18 @@ void Printer(QPainter& p)
 {
     p.setPen(QPen(kOutline, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     p.setBrush(Qt::white);
-    p.drawRect(QRectF(28, 8, 44, 34));                 // paper waiting at the back
+    p.drawRect(QRectF(28, 8, 44, 34)); // paper waiting at the back
     QLinearGradient g(0, 36, 0, 76);
     g.setColorAt(0, QColor(200, 205, 215));
     g.setColorAt(1, QColor(120, 125, 140));
     p.setBrush(g);
-    p.drawRoundedRect(QRectF(8, 36, 84, 40), 6, 6);   // body
+    p.drawRoundedRect(QRectF(8, 36, 84, 40), 6, 6); // body
     p.setBrush(QColor(60, 200, 80));
     p.setPen(Qt::NoPen);
-    p.drawEllipse(QRectF(78, 44, 7, 7));              // power lamp
+    p.drawEllipse(QRectF(78, 44, 7, 7)); // power lamp
     p.setPen(QPen(kOutline, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     p.setBrush(Qt::white);
-    p.drawRect(QRectF(24, 62, 52, 32));                // printed sheet
+    p.drawRect(QRectF(24, 62, 52, 32)); // printed sheet
     p.setPen(QPen(QColor(90, 90, 90), 3, Qt::SolidLine, Qt::RoundCap));
     for (qreal y : {72.0, 80.0, 88.0})
         p.drawLine(QPointF(31, y), QPointF(y == 88.0 ? 55 : 69, y));
@@ -179,8 +178,7 @@ void LitBulb(QPainter& p)
     p.drawPath(bulb.united(neck));
     p.setPen(QPen(QColor(200, 110, 0), 2.5));
     p.setBrush(Qt::NoBrush);
-    p.drawPolyline(QPolygonF({QPointF(43, 58), QPointF(45, 40), QPointF(50, 46), QPointF(55, 40),
-                              QPointF(57, 58)}));
+    p.drawPolyline(QPolygonF({QPointF(43, 58), QPointF(45, 40), QPointF(50, 46), QPointF(55, 40), QPointF(57, 58)}));
     p.setPen(QPen(kOutline, 2.5));
     p.setBrush(QColor(150, 150, 155));
     p.drawRoundedRect(QRectF(37, 70, 26, 16), 3, 3);
@@ -227,8 +225,7 @@ void NodePair(QPainter& p)
 
 using Painter = void (*)(QPainter&);
 constexpr std::array<Painter, kMessageIconCount> kPainters = {
-    Question, Exclamation, Information, Error, CriticalStop, HappyFace,
-    WasteBin, Printer,     LitBulb,     Star,  NodePair};
+    Question, Exclamation, Information, Error, CriticalStop, HappyFace, WasteBin, Printer, LitBulb, Star, NodePair};
 
 } // namespace
 

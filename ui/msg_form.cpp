@@ -27,7 +27,7 @@ struct ButtonDef {
 
 struct Keyword {
     const char* word;
-    int icon;  // -1: none
+    int icon; // -1: none
     std::initializer_list<ButtonDef> buttons;
 };
 
@@ -64,7 +64,6 @@ const Keyword kKeywords[] = {
 };
 
 constexpr int Px(int twips) { return twips / kTwipsPerPixel; }
-
 
 // Carriage return + line feed, or either alone, starts a new line on screen.
 // Lines beyond these are cut with "…": a message naming something huge (a damaged file's
@@ -122,9 +121,9 @@ void MsgButton::keyPressEvent(QKeyEvent* event)
         event->accept();
         emit Chosen(this);
     } else if (IsArrow(event->key())) {
-        QPushButton::keyPressEvent(event);  // moves the focus to the next or previous button
+        QPushButton::keyPressEvent(event); // moves the focus to the next or previous button
     } else {
-        event->accept();  // any other key is swallowed, Escape included
+        event->accept(); // any other key is swallowed, Escape included
     }
 }
 
@@ -138,7 +137,7 @@ void MsgButton::keyReleaseEvent(QKeyEvent* event)
 void MsgButton::mousePressEvent(QMouseEvent* event)
 {
     QPushButton::mousePressEvent(event);
-    event->accept();  // every button, so its release comes back here
+    event->accept(); // every button, so its release comes back here
 }
 
 void MsgButton::mouseReleaseEvent(QMouseEvent* event)
@@ -152,8 +151,7 @@ void MsgButton::mouseReleaseEvent(QMouseEvent* event)
 }
 
 MsgForm::MsgForm(QWidget* parent)
-    : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                          Qt::MSWindowsFixedSizeDialogHint)
+    : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::MSWindowsFixedSizeDialogHint)
 {
     setWindowTitle(QStringLiteral("Message"));
     setModal(true);
@@ -240,7 +238,7 @@ void MsgForm::SetFontBold(bool bold)
 
 void MsgForm::keyPressEvent(QKeyEvent* event)
 {
-    event->accept();  // Escape and Enter mean nothing to the window itself
+    event->accept(); // Escape and Enter mean nothing to the window itself
 }
 
 void MsgForm::closeEvent(QCloseEvent* event)
@@ -262,7 +260,7 @@ void MsgForm::showEvent(QShowEvent* event)
 void MsgForm::Choose(MsgButton* button)
 {
     Result = button->Tag.toInt();
-    hide();  // ends the modal wait
+    hide(); // ends the modal wait
 }
 
 void MsgForm::ApplyColours()
@@ -325,7 +323,7 @@ void MsgForm::ShowIcon(int index)
 
 void MsgForm::LayOut()
 {
-    Label1->adjustSize();  // the label's width follows its text
+    Label1->adjustSize(); // the label's width follows its text
     const QFontMetrics metrics(Label1->font());
     const QRect textRect =
         metrics.boundingRect(QRect(0, 0, 1 << 20, 1 << 20), Qt::AlignLeft | Qt::AlignTop, Label1->text());

@@ -46,7 +46,7 @@ public:
     static constexpr int kIconLeft = 240, kIconTop = 180, kIconSize = 600;
     static constexpr int kLabelLeft = 1080, kLabelTop = 300;
     static constexpr int kButtonWidth = 1200, kButtonHeight = 375;
-    static constexpr int kGap = 120;          // below the text and below the label
+    static constexpr int kGap = 120; // below the text and below the label
     static constexpr int kFrameAllowance = 600;
     // The part of the frame allowance taken by the title bar, which Qt keeps outside the
     // client area; the rest remains as the bottom margin.
@@ -87,8 +87,8 @@ public:
     QLabel* Label1 = nullptr;
     std::array<QLabel*, kMessageIconCount> icons{};
     std::array<MsgButton*, 3> cmd{};
-    int LastButton = -1;  // index of the last button filled in this call
-    int Result = 0;       // code of the last chosen button, kept between calls
+    int LastButton = -1; // index of the last button filled in this call
+    int Result = 0;      // code of the last chosen button, kept between calls
 
     void reject() override;
 

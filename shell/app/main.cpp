@@ -33,18 +33,18 @@ std::optional<int> HandleCommandLine(int argc, char* argv[])
     QCoreApplication::setApplicationName(QStringLiteral("tallyon"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TALLYON_VERSION));
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "Tallyon, a number-path puzzle: link the nodes from Start to End through the Hint,\n"
-        "each link's digits making a sum, difference, product or quotient.\n\n"
-        "Settings are kept in tallyon.cfg beside the program when that folder can be written\n"
-        "to, otherwise in $XDG_CONFIG_HOME/tallyon/ (~/.config/tallyon/). See tallyon(6)."));
+    parser.setApplicationDescription(
+        QStringLiteral("Tallyon, a number-path puzzle: link the nodes from Start to End through the Hint,\n"
+                       "each link's digits making a sum, difference, product or quotient.\n\n"
+                       "Settings are kept in tallyon.cfg beside the program when that folder can be written\n"
+                       "to, otherwise in $XDG_CONFIG_HOME/tallyon/ (~/.config/tallyon/). See tallyon(6)."));
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // -platform x
     parser.addHelpOption();
     parser.addVersionOption();
     // The window system's own options, which QApplication takes later, are let through.
-    for (const char* name : {"platform", "display", "style", "stylesheet", "geometry", "qwindowgeometry",
-                             "qwindowtitle", "qwindowicon", "session", "name", "title", "plugin",
-                             "platformpluginpath", "platformtheme"}) {
+    for (const char* name :
+         {"platform", "display", "style", "stylesheet", "geometry", "qwindowgeometry", "qwindowtitle", "qwindowicon",
+          "session", "name", "title", "plugin", "platformpluginpath", "platformtheme"}) {
         QCommandLineOption option(QString::fromLatin1(name), QString(), QStringLiteral("value"));
         option.setFlags(QCommandLineOption::HiddenFromHelp);
         parser.addOption(option);

@@ -2,16 +2,16 @@
 #include "shell/main_window/form1.h"
 
 #include "core/generator.h"
+#include "platform/qt_colour.h"
 #include "play/controls.h"
 #include "play/draw.h"
 #include "play/linking.h"
 #include "play/undo.h"
-#include "platform/qt_colour.h"
 #include "play/verify.h"
 #include "shell/config_file.h"
 #include "shell/instructions.h"
-#include "shell/options_form.h"
 #include "shell/main_window/picture_box.h"
+#include "shell/options_form.h"
 #include "shell/schemes.h"
 #include "ui/box_control.h"
 #include "ui/message_box.h"
@@ -94,8 +94,8 @@ void Form1::BuildControls()
     errorMarker->setObjectName("errorMarker");
     errorMarker->setFrameShape(QFrame::Box);
     errorMarker->setLineWidth(2);
-    errorMarker->setStyleSheet(QStringLiteral("QFrame { border: 2px solid %1; background: transparent; }")
-                                   .arg(ToQColor(fixed::Red).name()));
+    errorMarker->setStyleSheet(
+        QStringLiteral("QFrame { border: 2px solid %1; background: transparent; }").arg(ToQColor(fixed::Red).name()));
     errorMarker->setAttribute(Qt::WA_TransparentForMouseEvents);
     errorMarker->hide();
 
@@ -165,9 +165,8 @@ void Form1::BuildMenu()
 
     mnucopy->setObjectName("mnucopy");
     const std::pair<QAction*, const char*> names[] = {
-        {mnuopts, "mnuopts"}, {mnuprint, "mnuprint"}, {mnuclippuz, "mnuclippuz"},
-        {mnuclipsol, "mnuclipsol"}, {can1, "can1"}, {mnuhelp, "mnuhelp"},
-        {mnuabout, "mnuabout"}, {cmdexit, "cmdexit"}};
+        {mnuopts, "mnuopts"}, {mnuprint, "mnuprint"}, {mnuclippuz, "mnuclippuz"}, {mnuclipsol, "mnuclipsol"},
+        {can1, "can1"},       {mnuhelp, "mnuhelp"},   {mnuabout, "mnuabout"},     {cmdexit, "cmdexit"}};
     for (const auto& [action, name] : names)
         action->setObjectName(name);
 }
@@ -176,14 +175,10 @@ void Form1::ConnectControls()
 {
     connect(cmdnew, &BoxControl::MouseUp, this,
             [this](int button, int, float, float) { NewPuzzle(*this, board_, play_, button); });
-    connect(cmdverify, &BoxControl::MouseDown, this,
-            [this](int, int, float, float) { VerifyPress(*this, board_); });
-    connect(cmdverify, &BoxControl::MouseUp, this,
-            [this](int, int, float, float) { VerifyRelease(*this, board_); });
-    connect(cmdshowsol, &BoxControl::MouseDown, this,
-            [this](int, int, float, float) { ShowSolution(*this, board_); });
-    connect(cmdshowsol, &BoxControl::MouseUp, this,
-            [this](int, int, float, float) { HideSolution(*this, board_); });
+    connect(cmdverify, &BoxControl::MouseDown, this, [this](int, int, float, float) { VerifyPress(*this, board_); });
+    connect(cmdverify, &BoxControl::MouseUp, this, [this](int, int, float, float) { VerifyRelease(*this, board_); });
+    connect(cmdshowsol, &BoxControl::MouseDown, this, [this](int, int, float, float) { ShowSolution(*this, board_); });
+    connect(cmdshowsol, &BoxControl::MouseUp, this, [this](int, int, float, float) { HideSolution(*this, board_); });
     connect(undoman, &BoxControl::MouseUp, this,
             [this](int button, int, float, float) { UndoMove(*this, board_, play_, button); });
     connect(cmdhelp, &BoxControl::MouseUp, this, [](int, int, float, float) { ShowInstructions(); });

@@ -3,15 +3,15 @@
 
 #include "core/generator.h"
 #include "output/clipboard_picture.h"
-#include "platform/answer_codes.h"
 #include "output/print_job.h"
+#include "platform/answer_codes.h"
 #include "play/controls.h"
 #include "play/draw.h"
 #include "shell/about_form.h"
 #include "shell/config_file.h"
 #include "shell/help_form.h"
-#include "shell/options_form.h"
 #include "shell/main_window/picture_box.h"
+#include "shell/options_form.h"
 #include "shell/scheme_paint.h"
 #include "shell/schemes.h"
 #include "shell/window_paint.h"
@@ -201,10 +201,7 @@ void Form1::SetBoardEnabled(bool enabled)
     Picture4->setEnabled(enabled);
 }
 
-NextPuzzle Form1::Next() const
-{
-    return {state_.settings.GridSize, state_.settings.PathDirection};
-}
+NextPuzzle Form1::Next() const { return {state_.settings.GridSize, state_.settings.PathDirection}; }
 
 void Form1::SetNextGridSize(int size)
 {

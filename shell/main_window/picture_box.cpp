@@ -20,10 +20,7 @@ struct PainterHolder {
 // A canvas on a picture box's image; the box repaints when the canvas goes.
 class PictureCanvas : private PainterHolder, public QPainterCanvas {
 public:
-    PictureCanvas(QImage& image, QWidget* box)
-        : PainterHolder(image), QPainterCanvas(painter, 96.0, 1.0), box_(box)
-    {
-    }
+    PictureCanvas(QImage& image, QWidget* box) : PainterHolder(image), QPainterCanvas(painter, 96.0, 1.0), box_(box) {}
     ~PictureCanvas() override
     {
         painter.end();
@@ -66,10 +63,7 @@ std::unique_ptr<Canvas> PictureBox::OpenCanvas()
     return std::make_unique<PictureCanvas>(image_, this);
 }
 
-void PictureBox::SetBackColour(Colour colour)
-{
-    back_ = colour;
-}
+void PictureBox::SetBackColour(Colour colour) { back_ = colour; }
 
 void PictureBox::paintEvent(QPaintEvent*)
 {
@@ -78,26 +72,20 @@ void PictureBox::paintEvent(QPaintEvent*)
     painter.drawImage(QPointF(0, 0), image_);
 }
 
-void PictureBox::resizeEvent(QResizeEvent*)
-{
-    EnsureImage();
-}
+void PictureBox::resizeEvent(QResizeEvent*) { EnsureImage(); }
 
 void PictureBox::mouseMoveEvent(QMouseEvent* event)
 {
-    emit MouseMove(MouseButtonsCode(event->buttons()), ShiftCode(event->modifiers()),
-                   ToTwips(event->position().x()), ToTwips(event->position().y()));
+    emit MouseMove(MouseButtonsCode(event->buttons()), ShiftCode(event->modifiers()), ToTwips(event->position().x()),
+                   ToTwips(event->position().y()));
 }
 
 void PictureBox::mouseReleaseEvent(QMouseEvent* event)
 {
-    emit MouseUp(MouseButtonCode(event->button()), ShiftCode(event->modifiers()),
-                 ToTwips(event->position().x()), ToTwips(event->position().y()));
+    emit MouseUp(MouseButtonCode(event->button()), ShiftCode(event->modifiers()), ToTwips(event->position().x()),
+                 ToTwips(event->position().y()));
 }
 
-void ClickLabel::mouseReleaseEvent(QMouseEvent* event)
-{
-    emit MouseUp(MouseButtonCode(event->button()));
-}
+void ClickLabel::mouseReleaseEvent(QMouseEvent* event) { emit MouseUp(MouseButtonCode(event->button())); }
 
 } // namespace tallyon

@@ -9,10 +9,12 @@ namespace {
 
 TEST(BoardModel, LayoutFollowsTheGridSize)
 {
-    struct Case { int size, width, span, base, pitch, quarter, half, left; double font; };
+    struct Case {
+        int size, width, span, base, pitch, quarter, half, left;
+        double font;
+    };
     const Case cases[] = {
-        {4, 8400, 9, 156, 624, 156, 312, 1704, 12.6},
-        {10, 8400, 21, 90, 360, 90, 180, 600, 9.0},
+        {4, 8400, 9, 156, 624, 156, 312, 1704, 12.6}, {10, 8400, 21, 90, 360, 90, 180, 600, 9.0},
         {10, 7000, 21, 90, 360, 90, 180, -100, 9.0}, // a narrow picture cuts the board
         {10, 7201, 21, 90, 360, 90, 180, 0, 9.0},    // 0.5 rounds to the even neighbour
         {10, 7203, 21, 90, 360, 90, 180, 2, 9.0},
@@ -37,7 +39,9 @@ TEST(BoardModel, IsOnPathIsAPlainTextSearch)
 {
     auto board = testing::FreshBoard(4);
     board->PathList = "19,21,13,";
-    struct Case { int row, col, at; };
+    struct Case {
+        int row, col, at;
+    };
     const Case cases[] = {
         {3, 1, 1}, {3, 3, 4}, // 19 and 21 where they stand
         {1, 3, 8},            // 3 is the tail of 13 although 3 is free

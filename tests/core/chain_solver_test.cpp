@@ -17,8 +17,8 @@ int Enumerate(const LinkGraph& g, int at, NodeSet must, int end, NodeSet visited
         return (visited & must) == must ? 1 : 0;
     int total = 0;
     for (int next = 0; next < g.side * g.side; ++next)
-        if (!(visited & NodeBit(next)) && g.IsOpen(at, next)
-            && (std::abs(at - next) == g.side || (std::abs(at - next) == 1 && at / g.side == next / g.side)))
+        if (!(visited & NodeBit(next)) && g.IsOpen(at, next) &&
+            (std::abs(at - next) == g.side || (std::abs(at - next) == 1 && at / g.side == next / g.side)))
             total += Enumerate(g, next, must, end, visited | NodeBit(next));
     return total;
 }
@@ -47,7 +47,8 @@ TEST(ChainSolver, AgreesWithEveryChainEnumerated)
                 for (int limit : {1, 2, 1000}) {
                     const ChainCount found = CountChains(g, start, must, end, limit);
                     ASSERT_TRUE(found.complete);
-                    ASSERT_EQ(found.chains, std::min(all, limit)) << "side " << side << " start " << start << " end " << end;
+                    ASSERT_EQ(found.chains, std::min(all, limit))
+                        << "side " << side << " start " << start << " end " << end;
                 }
                 seenNone += all == 0;
                 seenOne += all == 1;

@@ -64,7 +64,8 @@ int ValidOffPathLinks(const Board& b, const std::vector<int>& cells)
     for (int r = 1; r <= b.BoardSpan; r += 2)
         for (int c = 1; c <= b.BoardSpan; c += 2)
             for (const Node m : {Node{r, c + 2}, Node{r + 2, c}})
-                if (m.row <= b.BoardSpan && m.col <= b.BoardSpan && !path.count(b.CellNo((r + m.row) / 2, (c + m.col) / 2))) {
+                if (m.row <= b.BoardSpan && m.col <= b.BoardSpan &&
+                    !path.count(b.CellNo((r + m.row) / 2, (c + m.col) / 2))) {
                     ++all;
                     valid += ValidLinkBetween(b, {r, c}, m) ? 1 : 0;
                 }
@@ -80,9 +81,11 @@ int SideRoadShare(const Board& b, const std::vector<int>& cells)
     for (std::size_t i = 0; i + 1 < cells.size(); i += 2) {
         const Node n{b.CellRow[cells[i]], b.CellCol[cells[i]]};
         bool road = false;
-        for (const Node m : {Node{n.row, n.col + 2}, Node{n.row, n.col - 2}, Node{n.row + 2, n.col}, Node{n.row - 2, n.col}})
-            road = road || (m.row >= 1 && m.col >= 1 && m.row <= b.BoardSpan && m.col <= b.BoardSpan &&
-                            !path.count(b.CellNo((n.row + m.row) / 2, (n.col + m.col) / 2)) && ValidLinkBetween(b, n, m));
+        for (const Node m :
+             {Node{n.row, n.col + 2}, Node{n.row, n.col - 2}, Node{n.row + 2, n.col}, Node{n.row - 2, n.col}})
+            road =
+                road || (m.row >= 1 && m.col >= 1 && m.row <= b.BoardSpan && m.col <= b.BoardSpan &&
+                         !path.count(b.CellNo((n.row + m.row) / 2, (n.col + m.col) / 2)) && ValidLinkBetween(b, n, m));
         withRoad += road ? 1 : 0;
     }
     return static_cast<int>(200 * withRoad / (cells.size() - 1));
@@ -100,8 +103,8 @@ TEST_P(BuiltPuzzles, HaveTheirPropertiesAndOneChainFromStartToEnd)
             const BuildStats stats = BuildPuzzle(*board, side, 8400);
             SCOPED_TRACE(::testing::Message() << "size " << size << " side " << side << " puzzle " << i);
             ASSERT_EQ(board->StartSide, side);
-            ASSERT_TRUE(stats.Rounds >= 1 && (stats.BoundHit ? stats.Rounds == kMaxPathRounds
-                                                             : stats.Rounds <= kMaxPathRounds));
+            ASSERT_TRUE(stats.Rounds >= 1 &&
+                        (stats.BoundHit ? stats.Rounds == kMaxPathRounds : stats.Rounds <= kMaxPathRounds));
             // Turning renumbers the cells, and so changes the length.
             ASSERT_TRUE(side != kSideLeft || stats.BoundHit == (board->PathList.size() < PathLengthWanted(size)));
             const std::vector<int> cells = Numbers(board->PathList);
@@ -191,18 +194,16 @@ TEST(PathWalk, ChooseStepThresholdsAtTheirEdges)
 {
     FixedClock clock;
     const auto drawing = [&clock](int v) {
-        for (clock.now = 0; RandomInt(100, 0) != v; ++clock.now) {
-        }
+        for (clock.now = 0; RandomInt(100, 0) != v; ++clock.now) {}
     };
     auto board = FreshBoard(4); // nodes at rows and columns 1, 3, 5, 7, 9
     const struct {
         int v, row, col;
         char direction;
     } cases[] = {
-        {76, 5, 5, 'R'}, {75, 5, 5, 'L'}, {51, 5, 5, 'L'}, {50, 5, 5, 'U'},
-        {26, 5, 5, 'U'}, {25, 5, 5, 'D'}, {0, 5, 5, 'D'},  {99, 5, 9, 'L'},
-        {99, 5, 1, 'R'}, {75, 5, 1, 'U'}, {50, 1, 5, 'D'}, {99, 9, 1, 'R'},
-        {25, 9, 1, 0},
+        {76, 5, 5, 'R'}, {75, 5, 5, 'L'}, {51, 5, 5, 'L'}, {50, 5, 5, 'U'}, {26, 5, 5, 'U'},
+        {25, 5, 5, 'D'}, {0, 5, 5, 'D'},  {99, 5, 9, 'L'}, {99, 5, 1, 'R'}, {75, 5, 1, 'U'},
+        {50, 1, 5, 'D'}, {99, 9, 1, 'R'}, {25, 9, 1, 0},
     };
     for (const auto& c : cases) {
         drawing(c.v);

@@ -16,12 +16,15 @@ namespace {
 
 TEST(LinkRule, HelpTextTriplesAndEveryOperationBothWays)
 {
-    struct Case { int a, b, c; bool valid; };
+    struct Case {
+        int a, b, c;
+        bool valid;
+    };
     const Case cases[] = {
-        {8, 2, 7, false}, {1, 3, 9, false}, {1, 2, 3, true}, {9, 3, 3, true},
-        {4, 4, 1, true}, {1, 1, 1, true}, {9, 9, 9, false},   // equal digits make 1
-        {2, 3, 5, true}, {5, 3, 2, true}, {3, 5, 2, true},    // sum, difference both ways
-        {2, 4, 8, true}, {8, 4, 2, true}, {2, 8, 4, true},    // product, quotient both ways
+        {8, 2, 7, false}, {1, 3, 9, false}, {1, 2, 3, true},  {9, 3, 3, true},
+        {4, 4, 1, true},  {1, 1, 1, true},  {9, 9, 9, false}, // equal digits make 1
+        {2, 3, 5, true},  {5, 3, 2, true},  {3, 5, 2, true},  // sum, difference both ways
+        {2, 4, 8, true},  {8, 4, 2, true},  {2, 8, 4, true},  // product, quotient both ways
         {7, 2, 3, false}, {3, 2, 7, false},
     };
     for (const Case& t : cases) {
@@ -74,7 +77,10 @@ TEST(LinkRule, EveryDigitPairHasDigitsOfBothKinds)
 TEST(LinkRule, MakeResultFollowsTheDrawnOperationOrFallsBack)
 {
     // k indexes the table 1 "+", 2 "-", 3 "/", 4 "*", 5 "+", 6 "-".
-    struct Case { int a, b, k, c; const char* op; };
+    struct Case {
+        int a, b, k, c;
+        const char* op;
+    };
     const Case cases[] = {
         {2, 7, 2, 5, "-"}, {2, 7, 6, 5, "-"}, {2, 7, 3, 9, "+"}, {2, 7, 1, 9, "+"}, {9, 3, 3, 3, "/"},
         {9, 3, 4, 6, "-"}, {9, 3, 5, 6, "-"}, {5, 5, 1, 1, "/"}, {5, 5, 2, 1, "/"}, {5, 5, 4, 1, "/"},
@@ -116,8 +122,7 @@ bool DigitsLookRandom(const std::vector<int>& d)
     }
     const bool ok = single < kChiSquare8 && paired < kChiSquare80 && std::abs(cov / var) < 0.015;
     if (!ok)
-        std::printf("chi-square %.2f (digits), %.2f (pairs), lag correlation %.4f\n", single, paired,
-                    cov / var);
+        std::printf("chi-square %.2f (digits), %.2f (pairs), lag correlation %.4f\n", single, paired, cov / var);
     return ok;
 }
 

@@ -143,8 +143,8 @@ TEST(PathWalk, TriesToRightEdgeIsTheFewestStepsLeft)
         std::vector<std::array<int, 2>> fewest(static_cast<std::size_t>(span + 2), {0, 0});
         for (int col = span - 2; col >= 1; col -= 2) {
             const auto c = static_cast<std::size_t>(col);
-            fewest[c][0] = 1 + fewest[c + 2][1];            // step right now
-            fewest[c][1] = 1 + fewest[c][0];                // first a step up or down
+            fewest[c][0] = 1 + fewest[c + 2][1]; // step right now
+            fewest[c][1] = 1 + fewest[c][0];     // first a step up or down
             EXPECT_EQ(TriesToRightEdge(span, col, 'U'), fewest[c][0]) << span << " col " << col;
             EXPECT_EQ(TriesToRightEdge(span, col, 0), fewest[c][0]) << span << " col " << col;
             EXPECT_EQ(TriesToRightEdge(span, col, 'R'), fewest[c][1]) << span << " col " << col;
@@ -186,8 +186,8 @@ struct WalkSearch {
         for (const auto& [dr, dc] : {std::pair{0, 2}, {0, -2}, {-2, 0}, {2, 0}}) {
             const int nr = row + dr, nc = col + dc;
             const std::string node = std::to_string(b.CellNo(nr, nc)) + ",";
-            if (nr < 1 || nr > b.BoardSpan || nc < 1 || (dr == lastDr && dc == lastDc)
-                || (byText ? IsOnPath(b, nr, nc) > 0 : ("," + b.PathList).find("," + node) != std::string::npos))
+            if (nr < 1 || nr > b.BoardSpan || nc < 1 || (dr == lastDr && dc == lastDc) ||
+                (byText ? IsOnPath(b, nr, nc) > 0 : ("," + b.PathList).find("," + node) != std::string::npos))
                 continue;
             const std::string link = std::to_string(b.CellNo(row + dr / 2, col + dc / 2)) + ",";
             b.PathList += node;

@@ -16,7 +16,10 @@ namespace tallyon::testing {
 
 // Pins the clock to a value for the lifetime of the object, then restores the real clock.
 struct FixedClock {
-    FixedClock() { SetClockSource([this] { return now; }); }
+    FixedClock()
+    {
+        SetClockSource([this] { return now; });
+    }
     ~FixedClock() { SetClockSource(nullptr); }
     std::uint64_t now = 0;
 };
@@ -24,7 +27,10 @@ struct FixedClock {
 // A clock that moves on by a fixed odd step at every reading, so that a run repeats
 // exactly; restores the real clock at the end.
 struct TickingClock {
-    TickingClock() { SetClockSource([this] { return now += 7919; }); }
+    TickingClock()
+    {
+        SetClockSource([this] { return now += 7919; });
+    }
     ~TickingClock() { SetClockSource(nullptr); }
     std::uint64_t now = 1;
 };

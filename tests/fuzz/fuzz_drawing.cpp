@@ -4,8 +4,8 @@
 #include "core/generator.h"
 #include "core/random.h"
 #include "output/board_picture.h"
-#include "tests/support/recording_canvas.h"
 #include "play/draw.h"
+#include "tests/support/recording_canvas.h"
 
 #include <cstdint>
 #include <cstdlib>

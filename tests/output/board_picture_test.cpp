@@ -68,8 +68,7 @@ private slots:
         const auto grid = ops([](const auto& op) { return op.kind == Kind::Box && op.penWidth == 3; });
         QCOMPARE(int(grid.size()), last * last);
         QVERIFY(std::abs(grid.front().x2 - kLeft - board->CellPitch * scale) <= 1.0);
-        const auto texts =
-            ops([](const auto& op) { return op.kind == Kind::Text && op.text != FooterText(); });
+        const auto texts = ops([](const auto& op) { return op.kind == Kind::Text && op.text != FooterText(); });
         QVERIFY(!texts.empty());
         for (const auto& text : texts)
             QCOMPARE(text.font.points, points);
@@ -96,7 +95,8 @@ private slots:
             const CanvasOp& key = fills[nodes + i];
             const QPoint centre(kLeft + Offset(*board, col - 1), kTop + Offset(*board, row - 1));
             QCOMPARE(key.kind == Kind::Circle ? QPoint(key.x1, key.y1)
-                                              : QPoint((key.x1 + key.x2) / 2, (key.y1 + key.y2) / 2), centre);
+                                              : QPoint((key.x1 + key.x2) / 2, (key.y1 + key.y2) / 2),
+                     centre);
             QCOMPARE(digits[i].text, std::to_string(board->NodeValue(row, col)));
         }
 

@@ -9,8 +9,8 @@
 #include <QClipboard>
 #include <QDir>
 #include <QGuiApplication>
-#include <QPainter>
 #include <QPageLayout>
+#include <QPainter>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QProcess>
@@ -100,7 +100,8 @@ private slots:
                 const double twips = kTwipsPerInch / double(a4.resolution());
                 QPainterCanvas canvas(probe, a4.resolution(), a4.resolution() / kPrinterPenUnitsPerInch);
                 QCOMPARE(PrintScale(*MakePuzzle(size, side), OutputOptions(), canvas, a4.width() * twips,
-                                    a4.height() * twips), 1.0);
+                                    a4.height() * twips),
+                         1.0);
             }
         const auto board = MakePuzzle(9, kSideTop);
         for (const auto& [name, id] : {std::pair{"a4", QPageSize::A4}, std::pair{"letter", QPageSize::Letter}}) {
@@ -123,9 +124,12 @@ private slots:
                     if (qGray(page.pixel(x, y)) < 200)
                         lowest = y;
             QVERIFY2(lowest <= printable.bottom() * 100, qPrintable(QString("%1: ink at %2 px, printable to %3 px")
-                         .arg(name).arg(lowest).arg(printable.bottom() * 100)));
+                                                                        .arg(name)
+                                                                        .arg(lowest)
+                                                                        .arg(printable.bottom() * 100)));
             const std::vector<int> bands = InkBands(page);
-            QVERIFY2(bands.size() >= 4 && bands.back() < 30, qPrintable(QString("%1: %2 ink bands").arg(name).arg(bands.size())));
+            QVERIFY2(bands.size() >= 4 && bands.back() < 30,
+                     qPrintable(QString("%1: %2 ink bands").arg(name).arg(bands.size())));
         }
     }
 
@@ -150,7 +154,8 @@ private slots:
         for (const auto& item : board->List2) {
             const int k = std::stoi(item);
             path << QPointF(margin + OutputPitch(*board) * (board->CellCol[k] - 1),
-                            margin + OutputPitch(*board) * (board->CellRow[k] - 1)) * scale;
+                            margin + OutputPitch(*board) * (board->CellRow[k] - 1)) *
+                        scale;
         }
         QImage band(puzzle.size(), QImage::Format_RGB32);
         band.fill(Qt::white);

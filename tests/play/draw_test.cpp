@@ -50,8 +50,9 @@ TEST_P(DrawBoardAt, GridCellsLinksAndMarksInOrderOnTheLattice)
         last[phase] = i;
     }
     const int cells = (n + 1) * (n + 1) + 2 * n * (n + 1); // nodes and link cells, two ops each
-    EXPECT_EQ(std::vector<int>({first[0], first[1], last[1], first[2], first[3], last[4]}),
-              std::vector<int>({0, 1, 2 * (n + 1), last[1] + 1, first[2] + 2 * cells, static_cast<int>(ops.size()) - 1}));
+    EXPECT_EQ(
+        std::vector<int>({first[0], first[1], last[1], first[2], first[3], last[4]}),
+        std::vector<int>({0, 1, 2 * (n + 1), last[1] + 1, first[2] + 2 * cells, static_cast<int>(ops.size()) - 1}));
     EXPECT_LT(last[3], first[4]);
     EXPECT_EQ(ops[0].colour, style.Background);
 
@@ -149,7 +150,8 @@ TEST(DrawBoard, HugeGridLineWidthDrawsAsOnePitch)
     RecordingCanvas ops;
     DrawBoard(ops, board, style, 0);
     for (const CanvasOp& op : ops.Ops()) {
-        if (op.kind != CanvasOp::Kind::Text && op.kind != CanvasOp::Kind::Clear && op.kind != CanvasOp::Kind::FilledBox) {
+        if (op.kind != CanvasOp::Kind::Text && op.kind != CanvasOp::Kind::Clear &&
+            op.kind != CanvasOp::Kind::FilledBox) {
             EXPECT_TRUE(op.penWidth > 0 && op.penWidth <= 3 * board.CellPitch / kTwipsPerPixel) << op.penWidth;
         }
     }
@@ -191,8 +193,12 @@ TEST(Render, FreshInstallBoardWithLinksAndASolutionFromTheTop)
         // A quarter of the way along each link made, the line shows in the link colour.
         for (std::size_t i = 0; i + 2 < board.List2.size() && i < 12; i += 2) {
             const int from = std::stoi(board.List2[i]), to = std::stoi(board.List2[i + 2]);
-            const int x = (3 * board.CellX(board.CellRow[from], board.CellCol[from]) + board.CellX(board.CellRow[to], board.CellCol[to])) / 4;
-            const int y = (3 * board.CellY(board.CellRow[from], board.CellCol[from]) + board.CellY(board.CellRow[to], board.CellCol[to])) / 4;
+            const int x = (3 * board.CellX(board.CellRow[from], board.CellCol[from]) +
+                           board.CellX(board.CellRow[to], board.CellCol[to])) /
+                          4;
+            const int y = (3 * board.CellY(board.CellRow[from], board.CellCol[from]) +
+                           board.CellY(board.CellRow[to], board.CellCol[to])) /
+                          4;
             EXPECT_EQ(image.pixelColor(x / kTwipsPerPixel, y / kTwipsPerPixel), QColor(128, 0, 0)) << "link " << i / 2;
         }
     });
@@ -219,8 +225,9 @@ double RingShown(const Board& board, const QImage& image, std::size_t key)
         for (double d = -2; d <= 2 && !found; d += 0.5) {
             const QColor c = image.pixelColor(int(std::lround(cx + (r + d) * std::cos(a))),
                                               int(std::lround(cy + (r + d) * std::sin(a))));
-            found = std::abs(c.red() - ring.red()) + std::abs(c.green() - ring.green()) +
-                        std::abs(c.blue() - ring.blue()) < 120;
+            found =
+                std::abs(c.red() - ring.red()) + std::abs(c.green() - ring.green()) + std::abs(c.blue() - ring.blue()) <
+                120;
         }
         shown += found ? 1 : 0;
     }
@@ -233,7 +240,8 @@ TEST(Render, KeyNodeRingsStayWholeThroughLinksUnlinksAndUndo)
 {
     Render("play_key_rings_7.png", "7", "1", [](FakeHost& host, Board& board, PlayState& state, const QImage& image) {
         const auto rings = [&] {
-            return std::vector<double>{RingShown(board, image, 0), RingShown(board, image, 1), RingShown(board, image, 2)};
+            return std::vector<double>{RingShown(board, image, 0), RingShown(board, image, 1),
+                                       RingShown(board, image, 2)};
         };
         const std::vector<double> whole = rings();
         EXPECT_EQ(whole, std::vector<double>({1.0, 1.0, 1.0}));

@@ -10,8 +10,8 @@ namespace {
 
 struct HoverCase {
     const char* name;
-    int row, col;   // a lattice point; 0 and BoardSpan + 1 lie outside the board
-    float dx, dy;   // the pointer's offset from it in twips; a quarter pitch is 156
+    int row, col; // a lattice point; 0 and BoardSpan + 1 lie outside the board
+    float dx, dy; // the pointer's offset from it in twips; a quarter pitch is 156
     bool offered;
 };
 
@@ -33,7 +33,8 @@ TEST_P(HoverZones, OffersOnlyLinkCellsWithinAQuarterPitch)
     PlayState state;
     HoverCell(host, board, state, static_cast<float>(board.BoardLeft + (c.col - 1) * board.CellPitch) + c.dx,
               static_cast<float>(board.BoardTop + (c.row - 1) * board.CellPitch) + c.dy);
-    const std::vector<int> hover{state.HoverRow, state.HoverCol, state.EndARow, state.EndACol, state.EndBRow, state.EndBCol};
+    const std::vector<int> hover{state.HoverRow, state.HoverCol, state.EndARow,
+                                 state.EndACol,  state.EndBRow,  state.EndBCol};
     if (c.offered) {
         EXPECT_EQ(hover, std::vector<int>({6, 3, 5, 3, 7, 3}));
         EXPECT_EQ(host.status, "Use 1 and 2 to make 3");
@@ -89,7 +90,8 @@ TEST_F(Moves, ButtonsLinkRefuseAndRemoveWithTheirRecordsAndLines)
     EXPECT_EQ(state.undolist, std::vector<std::string>({"1,5,4,5,3,5,5"}));
     EXPECT_EQ(UserLinkMap(board), "5,3:R 5,5:L ");
     EXPECT_EQ(Links(5, 3, 5, 5) + Links(5, 5, 5, 3), 2);
-    EXPECT_EQ(Lines(host.canvas), std::vector<std::vector<int>>({{x1, y, x2, y, int(host.style.UserLineColour), 3 * w}}));
+    EXPECT_EQ(Lines(host.canvas),
+              std::vector<std::vector<int>>({{x1, y, x2, y, int(host.style.UserLineColour), 3 * w}}));
     EXPECT_TRUE(host.timer);
     EXPECT_EQ(state.EndARow + state.EndBRow, 0); // the offered ends are forgotten
 

@@ -4,12 +4,12 @@
 
 #include "core/board.h"
 #include "core/generator.h"
-#include "tests/support/recording_canvas.h"
 #include "play/controls.h"
 #include "play/linking.h"
-#include "play/play_text.h"
 #include "play/play_host.h"
+#include "play/play_text.h"
 #include "play/verify.h"
+#include "tests/support/recording_canvas.h"
 
 #include <memory>
 #include <string>
@@ -32,7 +32,10 @@ struct ForwardingCanvas : Canvas {
     void Line(int x1, int y1, int x2, int y2, Colour c, int w) override { to_.Line(x1, y1, x2, y2, c, w); }
     void Box(int x1, int y1, int x2, int y2, Colour c, int w) override { to_.Box(x1, y1, x2, y2, c, w); }
     void FilledBox(int x1, int y1, int x2, int y2, Colour f) override { to_.FilledBox(x1, y1, x2, y2, f); }
-    void Circle(int x, int y, int r, Colour c, int w, std::optional<Colour> f) override { to_.Circle(x, y, r, c, w, f); }
+    void Circle(int x, int y, int r, Colour c, int w, std::optional<Colour> f) override
+    {
+        to_.Circle(x, y, r, c, w, f);
+    }
     void Text(int x, int y, const std::string& t, const FontSpec& f, Colour c) override { to_.Text(x, y, t, f, c); }
     TextSize MeasureText(const std::string& t, const FontSpec& f) override { return to_.MeasureText(t, f); }
     Canvas& to_;
@@ -67,7 +70,8 @@ public:
     }
     static std::string ColourText(Colour c)
     {
-        return std::to_string(c & 0xFF) + "," + std::to_string((c >> 8) & 0xFF) + "," + std::to_string((c >> 16) & 0xFF);
+        return std::to_string(c & 0xFF) + "," + std::to_string((c >> 8) & 0xFF) + "," +
+               std::to_string((c >> 16) & 0xFF);
     }
 
     void SetStatus(const std::string& text) override { status = text, Note("status:" + text); }
@@ -96,7 +100,10 @@ public:
     }
     int Ask(const std::string& message, const std::string&) override { return Note("ask:" + message), ++asked, answer; }
     int PictureWidth() const override { return kPictureWidth; }
-    std::unique_ptr<Canvas> OpenBoardCanvas() override { return std::make_unique<ForwardingCanvas>(target ? *target : canvas); }
+    std::unique_ptr<Canvas> OpenBoardCanvas() override
+    {
+        return std::make_unique<ForwardingCanvas>(target ? *target : canvas);
+    }
     DrawStyle Style() const override { return style; }
     void ApplyLayoutAndColours() override { Note("layout"); }
 

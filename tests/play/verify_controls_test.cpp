@@ -24,7 +24,8 @@ void Link(Board& board, int rowA, int colA, int rowB, int colB)
 void Digits(Board& board, int row, int col, int a, int b, int c)
 {
     SetLinkFlags(board, 1, row, col, row, col + 2);
-    std::tie(board.NodeValue(row, col), board.NodeValue(row, col + 1), board.NodeValue(row, col + 2)) = std::tie(a, b, c);
+    std::tie(board.NodeValue(row, col), board.NodeValue(row, col + 1), board.NodeValue(row, col + 2)) =
+        std::tie(a, b, c);
 }
 
 const std::string kNotSolved = "Not solved: Connect Start to End and use the Hint Node";
@@ -51,27 +52,50 @@ TEST_P(Verdicts, CheckSolutionReports)
 
 INSTANTIATE_TEST_SUITE_P(
     Boards, Verdicts,
-    ::testing::Values(
-        VerdictCase{"no_links", [](Board&) {}, kNotSolved, 0, 0, 0},
-        VerdictCase{"nine_three_three", [](Board& b) { Digits(b, 7, 3, 9, 3, 3); }, kNotSolved, 0, 0, 0},
-        VerdictCase{"three_three_nine", [](Board& b) { Digits(b, 7, 3, 3, 3, 9); }, kNotSolved, 0, 0, 0},
-        VerdictCase{"wrong_link", [](Board& b) { Digits(b, 7, 3, 8, 2, 7); }, "Incorrect Math", 7, 4, -1},
-        VerdictCase{"square_loop",
-                    [](Board& b) { Link(b, 5, 5, 5, 7); Link(b, 5, 7, 7, 7); Link(b, 7, 5, 7, 7); Link(b, 5, 5, 7, 5); },
-                    "User links may be in a loop", 0, 0, 1},
-        VerdictCase{"figure_eight", // a loop whose crossing node is also used four times
-                    [](Board& b) {
-                        Link(b, 5, 5, 5, 7); Link(b, 5, 7, 7, 7); Link(b, 7, 5, 7, 7); Link(b, 5, 5, 7, 5);
-                        Link(b, 7, 7, 7, 9); Link(b, 7, 9, 9, 9); Link(b, 9, 7, 9, 9); Link(b, 7, 7, 9, 7);
-                    },
-                    "User links may be in a loop", 0, 0, 1},
-        VerdictCase{"three_links_at_a_node",
-                    [](Board& b) { Link(b, 5, 3, 5, 5); Link(b, 5, 5, 5, 7); Link(b, 5, 5, 7, 5); },
-                    "A node is used more than twice", 0, 0, 1},
-        VerdictCase{"key_nodes_linked_but_not_the_path",
-                    [](Board& b) { Link(b, 3, 1, 3, 3); Link(b, 3, 5, 3, 7); Link(b, 3, 7, 3, 9); }, kNotSolved, 0, 0, 0},
-        VerdictCase{"exact_path", [](Board& b) { for (int c = 1; c < 9; c += 2) Link(b, 3, c, 3, c + 2); },
-                    "All Done !", 0, 0, 99}),
+    ::testing::Values(VerdictCase{"no_links", [](Board&) {}, kNotSolved, 0, 0, 0},
+                      VerdictCase{"nine_three_three", [](Board& b) { Digits(b, 7, 3, 9, 3, 3); }, kNotSolved, 0, 0, 0},
+                      VerdictCase{"three_three_nine", [](Board& b) { Digits(b, 7, 3, 3, 3, 9); }, kNotSolved, 0, 0, 0},
+                      VerdictCase{"wrong_link", [](Board& b) { Digits(b, 7, 3, 8, 2, 7); }, "Incorrect Math", 7, 4, -1},
+                      VerdictCase{"square_loop",
+                                  [](Board& b) {
+                                      Link(b, 5, 5, 5, 7);
+                                      Link(b, 5, 7, 7, 7);
+                                      Link(b, 7, 5, 7, 7);
+                                      Link(b, 5, 5, 7, 5);
+                                  },
+                                  "User links may be in a loop", 0, 0, 1},
+                      VerdictCase{"figure_eight", // a loop whose crossing node is also used four times
+                                  [](Board& b) {
+                                      Link(b, 5, 5, 5, 7);
+                                      Link(b, 5, 7, 7, 7);
+                                      Link(b, 7, 5, 7, 7);
+                                      Link(b, 5, 5, 7, 5);
+                                      Link(b, 7, 7, 7, 9);
+                                      Link(b, 7, 9, 9, 9);
+                                      Link(b, 9, 7, 9, 9);
+                                      Link(b, 7, 7, 9, 7);
+                                  },
+                                  "User links may be in a loop", 0, 0, 1},
+                      VerdictCase{"three_links_at_a_node",
+                                  [](Board& b) {
+                                      Link(b, 5, 3, 5, 5);
+                                      Link(b, 5, 5, 5, 7);
+                                      Link(b, 5, 5, 7, 5);
+                                  },
+                                  "A node is used more than twice", 0, 0, 1},
+                      VerdictCase{"key_nodes_linked_but_not_the_path",
+                                  [](Board& b) {
+                                      Link(b, 3, 1, 3, 3);
+                                      Link(b, 3, 5, 3, 7);
+                                      Link(b, 3, 7, 3, 9);
+                                  },
+                                  kNotSolved, 0, 0, 0},
+                      VerdictCase{"exact_path",
+                                  [](Board& b) {
+                                      for (int c = 1; c < 9; c += 2)
+                                          Link(b, 3, c, 3, c + 2);
+                                  },
+                                  "All Done !", 0, 0, 99}),
     [](const ::testing::TestParamInfo<VerdictCase>& info) { return std::string(info.param.name); });
 
 using Texts = std::vector<std::string>;
@@ -83,17 +107,17 @@ TEST(VerifyDisplay, MarksTheFirstWrongLinkWhileHeld)
 {
     Board board;
     MakeRowPuzzle(board, 4);
-    Digits(board, 7, 5, 8, 2, 7); // wrong, in the lower row
-    Digits(board, 5, 3, 9, 1, 5); // wrong, met first
-    Digits(board, 5, 7, 2, 2, 4); // right
+    Digits(board, 7, 5, 8, 2, 7);       // wrong, in the lower row
+    Digits(board, 5, 3, 9, 1, 5);       // wrong, met first
+    Digits(board, 5, 7, 2, 2, 4);       // right
     SetLinkFlags(board, 1, 5, 3, 7, 3); // wrong too, but below: the link to the right comes first
     board.NodeValue(6, 3) = 1;
     board.NodeValue(7, 3) = 5;
     FakeHost host;
     VerifyPress(host, board);
     const int q = board.QuarterPitch;
-    const std::string marker = std::to_string(board.CellX(5, 4) - q) + "," +
-                               std::to_string(board.CellY(5, 4) - q) + "," + std::to_string(2 * q);
+    const std::string marker = std::to_string(board.CellX(5, 4) - q) + "," + std::to_string(board.CellY(5, 4) - q) +
+                               "," + std::to_string(2 * q);
     EXPECT_EQ(host.requests, Texts({"hide-marker", "marker:" + marker, "status:Incorrect Math"}));
     host.requests.clear();
     VerifyRelease(host, board);
@@ -123,8 +147,19 @@ TEST(VerifyDisplay, TimerTicksColourTheIndicator)
     } cases[] = {
         {"unfinished", [](Board& b) { Link(b, 3, 1, 3, 3); }, {green}},
         {"wrong", [](Board& b) { Digits(b, 7, 3, 8, 2, 7); }, {green, red}},
-        {"overused", [](Board& b) { Link(b, 5, 5, 5, 7); Link(b, 5, 5, 5, 3); Link(b, 5, 5, 7, 5); }, {green, red}},
-        {"solved", [](Board& b) { for (int c = 1; c < 9; c += 2) Link(b, 3, c, 3, c + 2); }, {green, red}},
+        {"overused",
+         [](Board& b) {
+             Link(b, 5, 5, 5, 7);
+             Link(b, 5, 5, 5, 3);
+             Link(b, 5, 5, 7, 5);
+         },
+         {green, red}},
+        {"solved",
+         [](Board& b) {
+             for (int c = 1; c < 9; c += 2)
+                 Link(b, 3, c, 3, c + 2);
+         },
+         {green, red}},
     };
     for (const auto& c : cases) {
         Board board;
@@ -216,8 +251,8 @@ TEST(BoardLabels, GridSizeAndStartSideStepAndWrap)
     }
     EXPECT_EQ(seen, "Left/1 Top/2 Random/0 Top/2 Left/1 Random/0 ");
     // Directions from the options or a damaged file step back into 0..2, the largest too.
-    const int odd[][3] = {{3, 1, 0}, {4, 2, 0}, {3, 2, 2}, {-7, 1, 2}, {2147483647, 1, 0},
-                          {-2147483647 - 1, 2, 2}}; // from, button, to
+    const int odd[][3] = {{3, 1, 0},  {4, 2, 0},          {3, 2, 2},
+                          {-7, 1, 2}, {2147483647, 1, 0}, {-2147483647 - 1, 2, 2}}; // from, button, to
     for (const auto& [from, button, to] : odd) {
         host.next.PathDirection = from;
         EXPECT_EQ(StepStartSide(host, button), to) << from;

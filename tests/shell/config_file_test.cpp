@@ -102,7 +102,7 @@ private slots:
         QTemporaryDir dir;
         AppState state;
         state.AppDir = dir.path() + "/";
-        state.settings = {4, 1, 3, RGB(1, 2, 3), 0xFFFFFFFFu, RGB(255, 255, 255), -4, RGB(128, 0, 0),
+        state.settings = {4,          1,         3, RGB(1, 2, 3), 0xFFFFFFFFu, RGB(255, 255, 255), -4, RGB(128, 0, 0),
                           2147483647, "Blue.col"};
         MessageLog log;
         QVERIFY(WriteConfig(state));
@@ -149,8 +149,7 @@ private slots:
                                        << "xp.col";
         QTest::newRow("width 0 -> 1") << QByteArray("7 2 0 0 0 16777215 0 128 6\r\nxp.col\r\n") << "xp.col";
         QTest::newRow("width -5 -> 1") << QByteArray("7 2 -5 0 0 16777215 0 128 6\r\nxp.col\r\n") << "xp.col";
-        QTest::newRow("comma cuts SchemeFile") << QByteArray("7 2 1 0 0 16777215 0 128 6\r\nmy,scheme.col\r\n")
-                                               << "my";
+        QTest::newRow("comma cuts SchemeFile") << QByteArray("7 2 1 0 0 16777215 0 128 6\r\nmy,scheme.col\r\n") << "my";
     }
 
     void parsesSeparators()

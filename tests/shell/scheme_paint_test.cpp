@@ -60,7 +60,7 @@ private slots:
         file->popup(window.mapToGlobal(QPoint(0, bar->height())));
         QVERIFY(QTest::qWaitForWindowExposed(file));
         QVERIFY(Near(Background(file, "shell_menu_sand.png"), sand));
-        QCOMPARE(copy->palette().color(QPalette::Window), sand);     // submenus too
+        QCOMPARE(copy->palette().color(QPalette::Window), sand); // submenus too
         file->hide();
     }
 

@@ -42,12 +42,12 @@ private slots:
 
     void startupLoad()
     {
-        QVERIFY(WriteBytes(SchemesFilePath(state_), Block("xp.col", 1) + "Red.col\r\n0;0;0\r\n1;1;1\r\n300;20;12\r\n"
-                                                        + QByteArray("9;8;7\r\n").repeated(10)));
+        QVERIFY(WriteBytes(SchemesFilePath(state_), Block("xp.col", 1) + "Red.col\r\n0;0;0\r\n1;1;1\r\n300;20;12\r\n" +
+                                                        QByteArray("9;8;7\r\n").repeated(10)));
         MessageLog log;
         QCOMPARE(LoadSchemeAtStartup(state_, "Red.col"), RGB(255, 20, 12));
         QCOMPARE(state_.SchemeColours[12], RGB(9, 8, 7));
-        QCOMPARE(state_.SchemeColours[13], Marked()[13]);     // never from the file
+        QCOMPARE(state_.SchemeColours[13], Marked()[13]); // never from the file
         QCOMPARE(state_.settings.SchemeFile, QString("Blue.col"));
         QVERIFY(log.calls.isEmpty());
 

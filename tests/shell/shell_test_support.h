@@ -11,7 +11,7 @@
 
 namespace tallyon::testing {
 
-using Messages = QList<QPair<QString, QString>>;   // (text, style) of each box
+using Messages = QList<QPair<QString, QString>>; // (text, style) of each box
 
 // Records every ShowMessage call while alive; the box itself is never shown.
 struct MessageLog {

@@ -26,11 +26,10 @@ void RecordingCanvas::FilledBox(int x1, int y1, int x2, int y2, Colour fill)
     ops_.push_back({CanvasOp::Kind::FilledBox, x1, y1, x2, y2, fill, 0, true, fill, {}, {}});
 }
 
-void RecordingCanvas::Circle(int cx, int cy, int radius, Colour outline, int penWidth,
-                             std::optional<Colour> fill)
+void RecordingCanvas::Circle(int cx, int cy, int radius, Colour outline, int penWidth, std::optional<Colour> fill)
 {
-    ops_.push_back({CanvasOp::Kind::Circle, cx, cy, radius, 0, outline, penWidth,
-                    fill.has_value(), fill.value_or(0), {}, {}});
+    ops_.push_back(
+        {CanvasOp::Kind::Circle, cx, cy, radius, 0, outline, penWidth, fill.has_value(), fill.value_or(0), {}, {}});
 }
 
 void RecordingCanvas::Text(int x, int y, const std::string& text, const FontSpec& font, Colour colour)

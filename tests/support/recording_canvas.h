@@ -26,8 +26,7 @@ public:
     void Line(int x1, int y1, int x2, int y2, Colour colour, int penWidth) override;
     void Box(int x1, int y1, int x2, int y2, Colour colour, int penWidth) override;
     void FilledBox(int x1, int y1, int x2, int y2, Colour fill) override;
-    void Circle(int cx, int cy, int radius, Colour outline, int penWidth,
-                std::optional<Colour> fill) override;
+    void Circle(int cx, int cy, int radius, Colour outline, int penWidth, std::optional<Colour> fill) override;
     void Text(int x, int y, const std::string& text, const FontSpec& font, Colour colour) override;
     // A fixed metric: each character 0.6 em wide, lines 1.2 em high.
     TextSize MeasureText(const std::string& text, const FontSpec& font) override;

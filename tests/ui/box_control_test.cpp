@@ -1,7 +1,7 @@
 // The box button: mouse events, the pressed look, deferred redraws, saved properties.
+#include "kit_test_support.h"
 #include "ui/box_control.h"
 #include "ui/property_bag.h"
-#include "kit_test_support.h"
 
 #include <QApplication>
 #include <QSignalSpy>
@@ -81,7 +81,7 @@ void BoxControlTest::faceRedrawsOnPressNotOnBackColor()
 
     box.SetBackColor(RGB(200, 0, 0));
     QCOMPARE(box.grab().toImage(), raised);
-    box.SetFontBold(true);  // a redrawing property shows the waiting colour
+    box.SetFontBold(true); // a redrawing property shows the waiting colour
     QCOMPARE(box.grab().toImage().pixelColor(4, 15), QColor(200, 0, 0));
 }
 
@@ -94,17 +94,27 @@ void BoxControlTest::savedPropertiesDefaultsAndRoundTrip()
     BoxControl fresh(&holder);
     fresh.SetCaption("Before");
     fresh.ReadProperties(PropertyBag());
-    ExpectProperties(fresh, {{"Caption", "Before"}, {"ForeColor", buttonText}, {"BackColor", buttonText},
-                             {"FontSize", 8}, {"FontBold", false}, {"FontItalic", false}, {"BorderStyle", 0},
+    ExpectProperties(fresh, {{"Caption", "Before"},
+                             {"ForeColor", buttonText},
+                             {"BackColor", buttonText},
+                             {"FontSize", 8},
+                             {"FontBold", false},
+                             {"FontItalic", false},
+                             {"BorderStyle", 0},
                              {"Enabled", true}});
     QCOMPARE(fresh.Font().family(), QString("Liberation Serif"));
     PropertyBag defaults;
-    fresh.WriteProperties(defaults);  // defaults are not written; the caption and the size 8 font are
+    fresh.WriteProperties(defaults); // defaults are not written; the caption and the size 8 font are
     QCOMPARE(defaults.Values().keys(), (QStringList{"Caption", "Font"}));
 
-    const Properties values{{"Caption", "Create New Puzzle"}, {"ForeColor", uint(RGB(1, 2, 3))},
-                            {"BackColor", uint(RGB(250, 240, 230))}, {"FontSize", 11}, {"FontBold", true},
-                            {"FontItalic", true}, {"BorderStyle", 1}, {"Enabled", false}};
+    const Properties values{{"Caption", "Create New Puzzle"},
+                            {"ForeColor", uint(RGB(1, 2, 3))},
+                            {"BackColor", uint(RGB(250, 240, 230))},
+                            {"FontSize", 11},
+                            {"FontBold", true},
+                            {"FontItalic", true},
+                            {"BorderStyle", 1},
+                            {"Enabled", false}};
     BoxControl source(&holder);
     for (const auto& [name, value] : values)
         source.setProperty(name, value);
@@ -143,7 +153,7 @@ void BoxControlTest::schemeScreenshots()
             box->SetForeColor(schemes[r][2]);
             box->SetCaption(b ? "Verify" : "Create New Puzzle");
             if (b)
-                verify << box;  // shown held
+                verify << box; // shown held
         }
     }
     sheet.show();
@@ -160,7 +170,8 @@ void BoxControlTest::schemeScreenshots()
         const int y = int((r * 50 + 8 + 4) * dpr);
         for (int b = 0; b < 2; ++b)
             QCOMPARE(image.pixelColor(int((10 + 140 * b + 6) * dpr), y), ToQColor(schemes[r][1]));
-        const QImage up = verify[r]->grab().toImage(), down = sheet.findChildren<BoxControl*>()[2 * r]->grab().toImage();
+        const QImage up = verify[r]->grab().toImage(),
+                     down = sheet.findChildren<BoxControl*>()[2 * r]->grab().toImage();
         QVERIFY(up != down);
     }
     for (BoxControl* box : verify)

@@ -1,6 +1,6 @@
 // The colour picker: swatches set the bars and the chosen colour; the bars set the preview.
-#include "ui/col_pik.h"
 #include "kit_test_support.h"
+#include "ui/col_pik.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -25,14 +25,16 @@ void ColPikTest::swatchClickSetsBarsAndColour()
     picker.show();
     QVERIFY(QTest::qWaitForWindowExposed(&picker));
     // Maroon, silver, aqua.
-    const struct { int swatch, red, green, blue; } swatches[] = {{1, 128, 0, 0}, {7, 192, 192, 192}, {14, 0, 255, 255}};
+    const struct {
+        int swatch, red, green, blue;
+    } swatches[] = {{1, 128, 0, 0}, {7, 192, 192, 192}, {14, 0, 255, 255}};
     for (const auto& s : swatches) {
         QSignalSpy changed(&picker, &ColPik::ColourChanged);
         QTest::mouseClick(picker.Swatch(s.swatch), Qt::LeftButton);
         QCOMPARE((QList<int>{picker.Bar(0)->value(), picker.Bar(1)->value(), picker.Bar(2)->value()}),
                  (QList<int>{s.red, s.green, s.blue}));
         QCOMPARE(picker.SelectedColour(), RGB(s.red, s.green, s.blue));
-        QCOMPARE(changed.count(), 1);  // one change for the whole swatch, not one per bar
+        QCOMPARE(changed.count(), 1); // one change for the whole swatch, not one per bar
     }
 }
 

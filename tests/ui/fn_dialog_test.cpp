@@ -28,7 +28,11 @@ class FNDialogTest : public QObject {
 
 private slots:
     void init() { startDir_ = QDir::currentPath(); }
-    void cleanup() { FNDialog::SetDialogHook(nullptr); QDir::setCurrent(startDir_); }
+    void cleanup()
+    {
+        FNDialog::SetDialogHook(nullptr);
+        QDir::setCurrent(startDir_);
+    }
     void modeChoosesDialogKind_data();
     void modeChoosesDialogKind();
     void defaultDirWithOrWithoutSlash();

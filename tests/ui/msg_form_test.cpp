@@ -1,8 +1,8 @@
 // The message box: style grammar, choosing by mouse and keys, Result, layout, screenshots.
+#include "kit_test_support.h"
 #include "platform/qt_colour.h"
 #include "ui/message_box.h"
 #include "ui/msg_form.h"
-#include "kit_test_support.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -13,13 +13,19 @@ using namespace tallyon;
 
 namespace {
 
-const QString kInstructions = QStringList{
-    "* Move mouse over a cell in the middle of two nodes and", "   left click, the two nodes will be linked",
-    "* Right click on a link, the link will be undone", "* Continue adding links to build a path",
-    "   Make sure that links are mathematically valid - like:", "   cannot link 8,2 and 7 OR 1,3 and 9",
-    "   but can link 1,2 and 3 OR 9,3 and 3", "* Click Verify button to check the solution", "",
-    "* Puzzle is solved when Start and End nodes are linked", "   by a continuous path, the hint node is on the path",
-    "   and all links are mathematically valid"}.join("\r\n");
+const QString kInstructions = QStringList{"* Move mouse over a cell in the middle of two nodes and",
+                                          "   left click, the two nodes will be linked",
+                                          "* Right click on a link, the link will be undone",
+                                          "* Continue adding links to build a path",
+                                          "   Make sure that links are mathematically valid - like:",
+                                          "   cannot link 8,2 and 7 OR 1,3 and 9",
+                                          "   but can link 1,2 and 3 OR 9,3 and 3",
+                                          "* Click Verify button to check the solution",
+                                          "",
+                                          "* Puzzle is solved when Start and End nodes are linked",
+                                          "   by a continuous path, the hint node is on the path",
+                                          "   and all links are mathematically valid"}
+                                  .join("\r\n");
 
 // Shows the shared box and, once it is up, runs `action` on it; returns ShowMessage's result.
 int ShowAnd(const QString& message, const QString& style, std::function<void(MsgForm&)> action)
@@ -59,16 +65,24 @@ void MsgFormTest::styleGrammar_data()
     QTest::addColumn<Ints>("codes");
     QTest::addColumn<Ints>("icons");
 
-    QTest::newRow("empty") << "" << "Ok" << Ints{1} << Ints{};
-    QTest::newRow("icon only") << "vbquestion" << "Ok" << Ints{1} << Ints{0};
-    QTest::newRow("case and blanks") << "  vbYesNo +  VBQUESTION " << "Yes No" << Ints{6, 7} << Ints{0};
-    QTest::newRow("ok then cancel") << "vbok+vbcancel" << "Ok Cancel" << Ints{1, 2} << Ints{};
-    QTest::newRow("normal is 0") << "vbnormal" << "Ok" << Ints{0} << Ints{};
-    QTest::newRow("continue is 6") << "vbcontinuecancel" << "Continue Cancel" << Ints{6, 2} << Ints{2};
-    QTest::newRow("two icons") << "vbquestion+vbexclamation+vbok" << "Ok" << Ints{1} << Ints{0, 1};
-    QTest::newRow("unknown piece") << "vbok+vbwhatever+" << "Ok" << Ints{1} << Ints{};
-    QTest::newRow("fourth button ignored") << "vbabortretryignore+vbcritical+vbok" << "Abort Retry Ignore"
-                                           << Ints{3, 4, 5} << Ints{4};
+    QTest::newRow("empty") << ""
+                           << "Ok" << Ints{1} << Ints{};
+    QTest::newRow("icon only") << "vbquestion"
+                               << "Ok" << Ints{1} << Ints{0};
+    QTest::newRow("case and blanks") << "  vbYesNo +  VBQUESTION "
+                                     << "Yes No" << Ints{6, 7} << Ints{0};
+    QTest::newRow("ok then cancel") << "vbok+vbcancel"
+                                    << "Ok Cancel" << Ints{1, 2} << Ints{};
+    QTest::newRow("normal is 0") << "vbnormal"
+                                 << "Ok" << Ints{0} << Ints{};
+    QTest::newRow("continue is 6") << "vbcontinuecancel"
+                                   << "Continue Cancel" << Ints{6, 2} << Ints{2};
+    QTest::newRow("two icons") << "vbquestion+vbexclamation+vbok"
+                               << "Ok" << Ints{1} << Ints{0, 1};
+    QTest::newRow("unknown piece") << "vbok+vbwhatever+"
+                                   << "Ok" << Ints{1} << Ints{};
+    QTest::newRow("fourth button ignored") << "vbabortretryignore+vbcritical+vbok"
+                                           << "Abort Retry Ignore" << Ints{3, 4, 5} << Ints{4};
 }
 
 // Every button of the style, chosen once by mouse and once by Enter, returns its code.
@@ -181,7 +195,11 @@ void MsgFormTest::layoutFollowsText()
 
 void MsgFormTest::screenshots()
 {
-    const struct { const char* name; QString message; const char* style; } shots[] = {
+    const struct {
+        const char* name;
+        QString message;
+        const char* style;
+    } shots[] = {
         {"msg_exit", "Exit?", "vbYesNo+vbquestion"},
         {"msg_instructions", kInstructions, "vbok+vbinformation"},
         {"msg_critical", "Configuration file:\r\n/some/dir/tallyon.cfg\r\ncould not be accessed, options not saved",
@@ -200,14 +218,15 @@ void MsgFormTest::screenshots()
             const QRect icon = form.icons[0]->geometry().united(form.icons[4]->geometry());
             for (int y = icon.top(); y <= icon.bottom(); ++y)
                 for (int x = icon.left(); x <= icon.right(); ++x)
-                    inked += image.pixelColor(int(x * picture.devicePixelRatio()), int(y * picture.devicePixelRatio())) != ground;
+                    inked += image.pixelColor(int(x * picture.devicePixelRatio()),
+                                              int(y * picture.devicePixelRatio())) != ground;
             QVERIFY2(inked > icon.width() * icon.height() / 10, shot.name);
             QTest::mouseClick(form.cmd[0], Qt::LeftButton);
         });
 
     // One box per icon slot; slot 9, the spare, has no keyword and is shown by hand.
-    const char* keywords[] = {"vbquestion", "vbexclamation", "vbinformation", "vberror", "vbcritical",
-                              "vbhappy", "vbtrash", "vbprint", "vblighton", "", "vbcustom"};
+    const char* keywords[] = {"vbquestion", "vbexclamation", "vbinformation", "vberror", "vbcritical", "vbhappy",
+                              "vbtrash",    "vbprint",       "vblighton",     "",        "vbcustom"};
     MsgForm box;
     for (int i = 0; i < kMessageIconCount; ++i) {
         box.Prepare(QString("Icon slot %1").arg(i), QString("vbok+") + keywords[i]);

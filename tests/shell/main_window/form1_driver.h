@@ -14,8 +14,8 @@
 #include <QFile>
 #include <QLabel>
 #include <QMouseEvent>
-#include <QTemporaryDir>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -91,10 +91,7 @@ struct Form1Fixture {
     void ReleaseVerify() { QTest::mouseRelease(window.findChild<BoxControl*>("cmdverify"), Qt::LeftButton); }
     void NewPuzzle(Qt::MouseButton which = Qt::LeftButton) { Release("cmdnew", which); }
 
-    void ClickLabel(const char* name, Qt::MouseButton which)
-    {
-        QTest::mouseClick(label(name), which);
-    }
+    void ClickLabel(const char* name, Qt::MouseButton which) { QTest::mouseClick(label(name), which); }
     void SetStartSide(int side)
     {
         for (int i = 0; i < 3 && window.Next().PathDirection != side; ++i)
@@ -117,11 +114,9 @@ struct Form1Fixture {
     void ClickAt(QPointF at, Qt::MouseButton which)
     {
         PictureBox* box = picture();
-        QMouseEvent move(QEvent::MouseMove, at, box->mapToGlobal(at), Qt::NoButton, Qt::NoButton,
-                         Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, at, box->mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
         QApplication::sendEvent(box, &move);
-        QMouseEvent release(QEvent::MouseButtonRelease, at, box->mapToGlobal(at), which,
-                            Qt::NoButton, Qt::NoModifier);
+        QMouseEvent release(QEvent::MouseButtonRelease, at, box->mapToGlobal(at), which, Qt::NoButton, Qt::NoModifier);
         QApplication::sendEvent(box, &release);
     }
 

@@ -233,7 +233,8 @@ int PixelsNear(const QImage& image, int x, int y, int half, QColor colour)
         for (int px = int((x - half) * scale); px <= int((x + half) * scale); ++px) {
             const QColor c = image.pixelColor(px, py);
             count += std::abs(c.red() - colour.red()) + std::abs(c.green() - colour.green()) +
-                     std::abs(c.blue() - colour.blue()) < 60;
+                         std::abs(c.blue() - colour.blue()) <
+                     60;
         }
     return count;
 }
@@ -261,10 +262,12 @@ void Form1Test::boardsOfEverySizeAndSchemeLookRight()
             const int ey = b.CellY(b.CellRow[b.EndNode], b.CellCol[b.EndNode]);
             const int away = b.CellPitch, half = b.CellPitch / 3;
             if (side == 1) {
-                QVERIFY(PixelsNear(image, sx - away, sy, half, red) > 5 && PixelsNear(image, ex + away, ey, half, red) > 5);
+                QVERIFY(PixelsNear(image, sx - away, sy, half, red) > 5 &&
+                        PixelsNear(image, ex + away, ey, half, red) > 5);
                 QCOMPARE(PixelsNear(image, sx, sy - away, half, red), 0);
             } else {
-                QVERIFY(PixelsNear(image, sx, sy - away, half, red) > 5 && PixelsNear(image, ex, ey + away, half, red) > 5);
+                QVERIFY(PixelsNear(image, sx, sy - away, half, red) > 5 &&
+                        PixelsNear(image, ex, ey + away, half, red) > 5);
                 QCOMPARE(PixelsNear(image, sx - away, sy, half, red), 0);
             }
             if (size == 7 && side == 1) {
@@ -302,7 +305,8 @@ void Form1Test::applyRecoloursEveryButtonAtOnce()
     f.state.PreviewSchemesFile = f.dir.path() + "/all.col";
     QTimer::singleShot(0, options, [options] {
         QListWidgetItem* slate = options->List1->findItems("Slate", Qt::MatchExactly).value(0);
-        QTest::mouseClick(options->List1->viewport(), Qt::LeftButton, {}, options->List1->visualItemRect(slate).center());
+        QTest::mouseClick(options->List1->viewport(), Qt::LeftButton, {},
+                          options->List1->visualItemRect(slate).center());
         QTest::mouseClick(options->command1, Qt::LeftButton);
         QTest::mouseClick(options->command2, Qt::LeftButton);
     });
@@ -379,15 +383,19 @@ void Form1Test::startUpWithOddSettingFiles_data()
     QTest::addColumn<QString>("size"); // Label4
     QTest::addColumn<QString>("side"); // Label6
     QTest::addColumn<int>("laidFrom"); // the side a new puzzle starts on, 0 for either
-    QTest::newRow("missing") << std::optional<QByteArray>() << true << "7x7" << "Random" << 0;
-    QTest::newRow("damaged") << std::optional<QByteArray>("7 2 x\r\n") << true << "7x7" << "Random" << 0;
-    QTest::newRow("size 3") << std::optional<QByteArray>(" 3 2 1 0 0 16777215 1 128 6\r\nxp.col\r\n") << false
-                            << "7x7" << "Left" << int(kSideLeft);
+    QTest::newRow("missing") << std::optional<QByteArray>() << true << "7x7"
+                             << "Random" << 0;
+    QTest::newRow("damaged") << std::optional<QByteArray>("7 2 x\r\n") << true << "7x7"
+                             << "Random" << 0;
+    QTest::newRow("size 3") << std::optional<QByteArray>(" 3 2 1 0 0 16777215 1 128 6\r\nxp.col\r\n") << false << "7x7"
+                            << "Left" << int(kSideLeft);
     QTest::newRow("size 11") << std::optional<QByteArray>(" 11 2 1 0 0 16777215 2 128 6\r\nxp.col\r\n") << false
-                             << "7x7" << "Top" << int(kSideTop);
+                             << "7x7"
+                             << "Top" << int(kSideTop);
     // Direction 3, set only by the options, keeps the label's own caption and lays from the left.
     QTest::newRow("direction 3") << std::optional<QByteArray>(" 9 2 1 0 0 16777215 3 128 6\r\nxp.col\r\n") << false
-                                 << "9x9" << "Left" << int(kSideLeft);
+                                 << "9x9"
+                                 << "Left" << int(kSideLeft);
 }
 
 void Form1Test::startUpWithOddSettingFiles()

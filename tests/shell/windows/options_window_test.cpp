@@ -38,10 +38,7 @@ struct OptionsFixture {
 };
 
 // Clicks an option button on its indicator.
-void ClickIndicator(QWidget* button)
-{
-    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(7, button->height() / 2));
-}
+void ClickIndicator(QWidget* button) { QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(7, button->height() / 2)); }
 
 } // namespace
 
@@ -109,7 +106,7 @@ void OptionsWindowTest::printLine()
 void OptionsWindowTest::applyStoresPathDirectionAndKeepsShape()
 {
     OptionsFixture f;
-    QVERIFY(f.form.Option5[3]->isChecked());     // from the setting
+    QVERIFY(f.form.Option5[3]->isChecked()); // from the setting
     ClickIndicator(f.form.Option5[2]);
     for (QRadioButton* option : {f.form.Option1, f.form.Option2, f.form.Option3, f.form.Option4})
         if (option->text() == QStringLiteral("Oval"))
@@ -181,8 +178,10 @@ void OptionsWindowTest::samplesLoadAndApplyEachToItsOwnSetting()
     const struct {
         QLabel* swatch;
         Colour colour;
-    } picks[] = {{form.Label1, RGB(120, 0, 0)}, {form.Label2, RGB(0, 120, 0)},
-                 {form.Label3, RGB(0, 0, 120)}, {form.Label5, RGB(120, 120, 0)}};
+    } picks[] = {{form.Label1, RGB(120, 0, 0)},
+                 {form.Label2, RGB(0, 120, 0)},
+                 {form.Label3, RGB(0, 0, 120)},
+                 {form.Label5, RGB(120, 120, 0)}};
     for (const auto& pick : picks) {
         form.ColPik1->SetSelectedColour(pick.colour);
         QTest::mouseClick(pick.swatch, Qt::LeftButton);
