@@ -231,10 +231,8 @@ void DrawMarks(Canvas& canvas, const Board& board, const DrawStyle& style)
 
 bool LinkCrossesMarks(const Board& board, int idA, int idB)
 {
-    for (int key : board.KeyNodes)
-        if (key == idA || key == idB)
-            return true;
-    return false;
+    return std::any_of(board.KeyNodes.begin(), board.KeyNodes.end(),
+                       [idA, idB](int key) { return key == idA || key == idB; });
 }
 
 void DrawBoard(Canvas& canvas, const Board& board, const DrawStyle& style, int mode)

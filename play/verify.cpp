@@ -97,7 +97,7 @@ CheckResult CheckSolution(const Board& board)
     if (links > 0 && overused >= 1)
         return {kOverused, 0, 0, kStatusStructure};
 
-    const CheckResult notSolved{kNotSolved, 0, 0, kStatusNotSolved};
+    CheckResult notSolved{kNotSolved, 0, 0, kStatusNotSolved};
     for (int key : {board.KeyNodes[0], board.KeyNodes[2], board.KeyNodes[1]})
         if (!KeyNodeLinked(board, key))
             return notSolved;

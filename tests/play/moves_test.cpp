@@ -114,6 +114,50 @@ TEST_F(Moves, ButtonsLinkRefuseAndRemoveWithTheirRecordsAndLines)
     EXPECT_EQ(host.canvas.OpsOf(CanvasOp::Kind::Text).size(), 3u); // both ends and the digit go back on top
 }
 
+// A move redraws the cells it touches and nothing else: its two nodes and its link cell, the
+// line between them, and, where it ends at Start, Hint or End, the marks on top. An undo
+// puts the marks back as well, wherever the move was.
+TEST_F(Moves, RedrawOnlyTheCellsTheyTouch)
+{
+    const int half = board.CellPitch / 2;
+    const auto inside = [&](int rowA, int colA, int rowB, int colB) {
+        const int left = board.CellX(rowA, colA) - half, right = board.CellX(rowB, colB) + half;
+        const int top = board.CellY(rowA, colA) - half, bottom = board.CellY(rowB, colB) + half;
+        for (const CanvasOp& op : host.canvas.Ops()) {
+            const bool mark = (op.kind == CanvasOp::Kind::Circle && !op.filled) || op.text == "X";
+            if (mark)
+                continue;
+            const int x2 = op.kind == CanvasOp::Kind::Circle || op.kind == CanvasOp::Kind::Text ? op.x1 : op.x2;
+            const int y2 = op.kind == CanvasOp::Kind::Circle || op.kind == CanvasOp::Kind::Text ? op.y1 : op.y2;
+            if (op.kind == CanvasOp::Kind::Clear || std::min(op.x1, x2) < left || std::max(op.x1, x2) > right ||
+                std::min(op.y1, y2) < top || std::max(op.y1, y2) > bottom)
+                return false;
+        }
+        return !host.canvas.Ops().empty();
+    };
+    const auto marks = [&] {
+        int count = 0;
+        for (const CanvasOp& op : host.canvas.Ops())
+            count += (op.kind == CanvasOp::Kind::Circle && !op.filled) || op.text == "X";
+        return count;
+    };
+    ClickCell(host, board, state, 7, 6); // between (7, 5) and (7, 7), away from the marks
+    EXPECT_TRUE(inside(7, 5, 7, 7));
+    EXPECT_EQ(marks(), 0);
+    host.canvas.Reset();
+    ClickCell(host, board, state, 7, 6, 2);
+    EXPECT_TRUE(inside(7, 5, 7, 7));
+    EXPECT_EQ(marks(), 0);
+    host.canvas.Reset();
+    UndoMove(host, board, state, 1);
+    EXPECT_TRUE(inside(7, 5, 7, 7));
+    EXPECT_EQ(marks(), 5); // three rings and two "X"s
+    host.canvas.Reset();
+    ClickCell(host, board, state, 3, 2); // from Start
+    EXPECT_TRUE(inside(3, 1, 3, 3));
+    EXPECT_EQ(marks(), 5);
+}
+
 TEST_F(Moves, UndoingARemovalRestoresOnlyTheForwardEntry)
 {
     ClickCell(host, board, state, 5, 4);
