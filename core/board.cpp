@@ -25,6 +25,8 @@ int RoundHalfEven(double value)
     return static_cast<int>(rounded);
 }
 
+double BoardFontSize(int gridSize) { return 12.0 - 0.6 * (gridSize - 5); }
+
 int WrapGridSize(int size)
 {
     if (size > 10)
@@ -45,7 +47,7 @@ void LayoutBoard(Board& board, int pictureWidth)
     const int margin = RoundHalfEven((pictureWidth - (board.BoardSpan - 1) * board.CellPitch) / 2.0);
     board.BoardLeft = margin;
     board.BoardTop = margin;
-    board.FontSize = 12.0 - 0.6 * (n - 5);
+    board.FontSize = BoardFontSize(n);
 }
 
 static void ClearCells(Board& board)

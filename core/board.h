@@ -150,6 +150,9 @@ void ResetBoard(Board& board, int pictureWidth);
 // the paths it lays, and the proof of the longest it can reach, rest on that refusal.
 int IsOnPath(const Board& board, int row, int col);
 
+// The point size of the board's digits, on screen and on paper: 12 - 0.6 x (GridSize - 5).
+double BoardFontSize(int gridSize);
+
 // Wraps a grid size into 4..10: above 10 gives 4, below 4 gives 10.
 int WrapGridSize(int size);
 

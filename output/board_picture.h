@@ -1,7 +1,9 @@
 // The black-and-white board picture shared by the printed page and the clipboard picture.
 //
-// Contract: PrintBoard is the one routine that draws a board for output; it draws only through
-// the Canvas it is given, in twips, and never reads the screen colours. Mode 0 draws the
+// Contract: the board is drawn by the one board painter (platform/board_painter.h) in the
+// output's black-and-white look; PrintBoard and DrawBoardWithLineWidth give it that look and
+// add the footer. They draw only through the Canvas given, in twips, and never read the screen
+// colours. Mode 0 draws the
 // puzzle, mode 1 the puzzle with its solution path. The board must hold a built puzzle
 // (PathList, KeyNodes and the digits); an empty board draws only its grid.
 #pragma once

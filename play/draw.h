@@ -1,4 +1,5 @@
-// Drawing the board: grid, cells with their digits, links and the Start/End/Hint marks.
+// Drawing the board on screen: grid, cells with their digits, links and the Start/End/Hint
+// marks, each drawn by the one board painter (platform/board_painter.h) in the window's look.
 //
 // Contract: every routine draws through the Canvas it is given, in twips, at the geometry the
 // Board holds (CellPitch, BoardLeft, BoardTop, CellX, CellY, FontSize; see LayoutBoard) and in
@@ -7,6 +8,7 @@
 #pragma once
 
 #include "core/board.h"
+#include "platform/board_painter.h"
 #include "platform/canvas.h"
 #include "play/play_host.h"
 
@@ -15,6 +17,11 @@ namespace tallyon {
 // Fixed colours of the marks; they belong to no scheme.
 inline constexpr Colour kEndMarkColour = fixed::Red;   // Start and End rings and the "X"s
 inline constexpr Colour kHintMarkColour = fixed::Blue; // the Hint ring
+
+// The window's look for the board painter: the geometry the Board holds, the colours and font
+// of the DrawStyle, GridLineWidth as the pen (at least 1, at most a cell pitch), links three
+// pens wide, rings around Start, Hint and End, and the "X"s a cell pitch from them.
+BoardLook ScreenLook(const Board& board, const DrawStyle& style);
 
 // Clears the picture with the background and draws the grid lines through the node centres
 // (the outlines of the boxes between neighbouring nodes) in GridColour at GridLineWidth.

@@ -1,0 +1,211 @@
+// The one board painter, drawing in whatever look its caller gives it.
+#include "platform/board_painter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace tallyon {
+
+BoardPainter::BoardPainter(Canvas& canvas, const Board& board, const BoardLook& look)
+    : canvas_(canvas), board_(board), look_(look)
+{
+}
+
+int BoardPainter::X(int col) const { return static_cast<int>(std::lround(look_.left + look_.pitch * (col - 1))); }
+
+int BoardPainter::Y(int row) const { return static_cast<int>(std::lround(look_.top + look_.pitch * (row - 1))); }
+
+void BoardPainter::Paint(BoardShows shows)
+{
+    Grid();
+    if (shows == BoardShows::Path && look_.pathUnderCells)
+        Path();
+    Cells();
+    if (shows == BoardShows::Path && !look_.pathUnderCells)
+        Path();
+    if (shows == BoardShows::UserLinks)
+        UserLinks();
+    Marks();
+}
+
+void BoardPainter::Grid()
+{
+    if (look_.clear)
+        canvas_.Clear(look_.background);
+    const int span = board_.BoardSpan; // always odd: the last node row and column
+    if (look_.grid == GridKind::CellBoxes) {
+        for (int r = 1; r < span; ++r)
+            for (int c = 1; c < span; ++c)
+                canvas_.Box(X(c), Y(r), X(c + 1), Y(r + 1), look_.gridColour, look_.gridPen);
+        return;
+    }
+    // The outlines of the boxes between neighbouring nodes, drawn as whole lines: the same
+    // picture as box after box, at a fraction of the cost.
+    if (span < 3)
+        return;
+    for (int k = 1; k <= span; k += 2) {
+        canvas_.Line(X(1), Y(k), X(span), Y(k), look_.gridColour, look_.gridPen);
+        canvas_.Line(X(k), Y(1), X(k), Y(span), look_.gridColour, look_.gridPen);
+    }
+}
+
+void BoardPainter::Cell(int row, int col, Colour digit, Colour fill)
+{
+    if (IsNode(row, col)) {
+        NodeShape(row, col, look_.outlineInDigitColour ? digit : look_.nodeOutline, fill);
+    } else if (IsLinkCell(row, col)) {
+        const int value = board_.NodeValue(row, col);
+        if (value > 0) {
+            const TextSize size = DigitSize(value);
+            const int halfW = size.width / 2 + size.width * look_.patchFifths / 5 + look_.patchPad;
+            const int halfH = std::min(size.height / 2, look_.patchMaxHalfHeight);
+            canvas_.FilledBox(X(col) - halfW, Y(row) - halfH, X(col) + halfW, Y(row) + halfH, fill);
+        }
+    } else {
+        return;
+    }
+    Digit(row, col, digit);
+}
+
+void BoardPainter::Cells()
+{
+    for (int row = 1; row <= board_.BoardSpan; ++row)
+        for (int col = 1; col <= board_.BoardSpan; ++col) {
+            if (IsNode(row, col))
+                Cell(row, col, look_.nodeDigit, look_.nodeFill);
+            else if (IsLinkCell(row, col))
+                Cell(row, col, look_.linkDigit, look_.linkPatch);
+        }
+}
+
+void BoardPainter::Line(int rowA, int colA, int rowB, int colB, Colour colour, int pen)
+{
+    canvas_.Line(X(colA), Y(rowA), X(colB), Y(rowB), colour, pen);
+}
+
+void BoardPainter::Path()
+{
+    const std::vector<int>& cells = board_.PathCells;
+    for (std::size_t i = 1; i < cells.size(); ++i) {
+        int rowA = 0, colA = 0, rowB = 0, colB = 0;
+        if (CellOf(cells[i - 1], rowA, colA) && CellOf(cells[i], rowB, colB))
+            Line(rowA, colA, rowB, colB, look_.pathColour, look_.pathPen);
+    }
+}
+
+void BoardPainter::UserLink(int row, int col, int dRow, int dCol)
+{
+    Line(row, col, row + 2 * dRow, col + 2 * dCol, look_.userLineColour, look_.userLinePen);
+    Cell(row, col, look_.nodeDigit, look_.nodeFill);
+    Cell(row + 2 * dRow, col + 2 * dCol, look_.nodeDigit, look_.nodeFill);
+    Cell(row + dRow, col + dCol, look_.linkDigit, look_.linkPatch);
+}
+
+void BoardPainter::UserLinks()
+{
+    const int span = board_.BoardSpan;
+    for (int row = 1; row <= span; row += 2)
+        for (int col = 1; col <= span; col += 2) {
+            if (board_.UserRight(row, col) == 1 && col + 2 <= span)
+                UserLink(row, col, 0, 1);
+            if (board_.UserDown(row, col) == 1 && row + 2 <= span)
+                UserLink(row, col, 1, 0);
+        }
+}
+
+void BoardPainter::Marks()
+{
+    if (look_.keyNodes == KeyNodeKind::Rings)
+        Rings();
+    else
+        InvertedKeyNodes();
+    Xs();
+}
+
+bool BoardPainter::CellOf(int cellNo, int& row, int& col) const
+{
+    if (!IsBoardCellNumber(board_, cellNo))
+        return false;
+    row = board_.CellRow[cellNo];
+    col = board_.CellCol[cellNo];
+    return true;
+}
+
+TextSize BoardPainter::DigitSize(int digit)
+{
+    if (digit > 9)
+        return canvas_.MeasureText(std::to_string(digit), look_.font);
+    TextSize& size = digitSizes_[static_cast<std::size_t>(digit)];
+    if (size.height == 0)
+        size = canvas_.MeasureText(std::to_string(digit), look_.font);
+    return size;
+}
+
+void BoardPainter::CentredText(int x, int y, const std::string& text, const FontSpec& font, Colour colour)
+{
+    const TextSize size = canvas_.MeasureText(text, font);
+    canvas_.Text(x - size.width / 2, y - size.height / 2, text, font, colour);
+}
+
+void BoardPainter::NodeShape(int row, int col, Colour outline, Colour fill)
+{
+    const int x = X(col), y = Y(row);
+    if (look_.nodeShape == kRoundNodes) {
+        canvas_.Circle(x, y, look_.nodeRadius, outline, look_.nodePen, fill);
+        return;
+    }
+    const int h = look_.nodeHalfBox;
+    canvas_.FilledBox(x - h, y - h, x + h, y + h, fill);
+    canvas_.Box(x - h, y - h, x + h, y + h, outline, look_.nodePen);
+}
+
+void BoardPainter::Digit(int row, int col, Colour colour)
+{
+    const int value = board_.NodeValue(row, col);
+    if (value <= 0)
+        return;
+    const TextSize size = DigitSize(value);
+    canvas_.Text(X(col) - size.width / 2, Y(row) - size.height / 2, std::to_string(value), look_.font, colour);
+}
+
+void BoardPainter::Rings()
+{
+    int row = 0, col = 0, endRow = 0, endCol = 0;
+    if (CellOf(board_.KeyNodes[1], row, col))
+        canvas_.Circle(X(col), Y(row), look_.ringRadius, look_.hintRing, look_.hintRingPen, std::nullopt);
+    if (!CellOf(board_.KeyNodes[0], row, col) || !CellOf(board_.KeyNodes[2], endRow, endCol))
+        return;
+    canvas_.Circle(X(col), Y(row), look_.ringRadius, look_.endRing, look_.endRingPen, std::nullopt);
+    canvas_.Circle(X(endCol), Y(endRow), look_.ringRadius, look_.endRing, look_.endRingPen, std::nullopt);
+}
+
+// Start and End drawn with the node colours swapped, the outline kept.
+void BoardPainter::InvertedKeyNodes()
+{
+    int row = 0, col = 0;
+    for (const int key : board_.KeyNodes)
+        if (CellOf(key, row, col)) {
+            NodeShape(row, col, look_.outlineInDigitColour ? look_.nodeFill : look_.nodeOutline, look_.nodeDigit);
+            Digit(row, col, look_.nodeFill);
+        }
+}
+
+// An "X" outside the board beside Start and End: above Start and below End for a puzzle laid
+// from the top, else left of Start and right of End (the path directions 3 and 4 lay the path
+// from the left).
+void BoardPainter::Xs()
+{
+    const int side = board_.StartSide;
+    if (side != kSideLeft && side != kSideTop && !look_.xsForOtherSides)
+        return;
+    int startRow = 0, startCol = 0, endRow = 0, endCol = 0;
+    if (!CellOf(board_.KeyNodes[0], startRow, startCol) || !CellOf(board_.KeyNodes[2], endRow, endCol))
+        return;
+    const int away = look_.markOffset;
+    const bool top = board_.StartSide == kSideTop;
+    CentredText(X(startCol) - (top ? 0 : away), Y(startRow) - (top ? away : 0), "X", look_.markFont, look_.markColour);
+    CentredText(X(endCol) + (top ? 0 : away), Y(endRow) + (top ? away : 0), "X", look_.markFont, look_.markColour);
+}
+
+} // namespace tallyon
