@@ -93,8 +93,8 @@ double OutputFontSize(const Board& board) { return BoardFontSize(board.GridSize)
 
 std::string FooterText()
 {
-    const std::string homepage = TALLYON_HOMEPAGE;
-    return homepage.empty() ? std::string("Tallyon") : "Tallyon from " + homepage;
+    const char* const homepage = TALLYON_HOMEPAGE;
+    return *homepage == '\0' ? std::string("Tallyon") : "Tallyon from " + std::string(homepage);
 }
 
 PictureExtent MeasureBoardPicture(const Board& board, Canvas& canvas, const OutputOptions& options)

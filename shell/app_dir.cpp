@@ -15,7 +15,7 @@ namespace {
 QString ExecutablePath()
 {
     if (QCoreApplication::instance() != nullptr) {
-        const QString path = QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath();
+        QString path = QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath();
         if (!path.isEmpty())
             return path;
     }

@@ -82,14 +82,12 @@ private:
             ++pos_;
         if (AtEnd())
             return;
-        if (Peek() == ',') {
+        if (Peek() == ',' || Peek() == '\n') {
             ++pos_;
         } else if (Peek() == '\r') {
             ++pos_;
             if (!AtEnd() && Peek() == '\n')
                 ++pos_;
-        } else if (Peek() == '\n') {
-            ++pos_;
         }
     }
 
