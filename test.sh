@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# Builds Tallyon and runs every test: the full suite, then the core, the settings-file
+# Checks the code's layout, builds Tallyon and runs every test: the full suite, then the core, the settings-file
 # readers and the fuzz corpora again under AddressSanitizer and UndefinedBehaviorSanitizer;
 # where clang is installed, each fuzz target also runs for a short while.
 set -euo pipefail
 cd "$(dirname "$0")"
 tools/install-deps.sh test
 jobs="$(nproc)"
+tools/lint.sh --format-only # every file in the layout of .clang-format
 
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTALLYON_WERROR=ON >/dev/null
 cmake --build build -j"$jobs"

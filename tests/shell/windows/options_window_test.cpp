@@ -196,6 +196,9 @@ void OptionsWindowTest::samplesLoadAndApplyEachToItsOwnSetting()
     QCOMPARE(s.GridLineWidth, 5);
     QCOMPARE(s.NodeShape, 2);
     QVERIFY(form.grab().save(QStringLiteral(TALLYON_SCREENSHOT_DIR "/options_window_samples.png")));
+    ClickIndicator(form.Option1); // back to boxes
+    QTest::mouseClick(form.command1, Qt::LeftButton);
+    QCOMPARE(s.NodeShape, 1);
 }
 
 QTEST_MAIN(OptionsWindowTest)
