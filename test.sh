@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Checks the code's layout, builds Tallyon and runs every test: the full suite, then the core, the settings-file
-# readers and the fuzz corpora again under AddressSanitizer and UndefinedBehaviorSanitizer;
-# where clang is installed, each fuzz target also runs for a short while.
+# Checks the code's layout, builds Tallyon and runs every test: the full suite, then the core,
+# the settings-file readers and the fuzz corpora again under AddressSanitizer and
+# UndefinedBehaviorSanitizer; where clang is installed, each fuzz target also runs a while.
 set -euo pipefail
 cd "$(dirname "$0")"
 tools/install-deps.sh test
