@@ -157,10 +157,11 @@ double BoardFontSize(int gridSize);
 int WrapGridSize(int size);
 
 // How a board is shown, on screen, on paper and on the clipboard alike: the draw modes, and
-// the NodeShape setting's value for round nodes (any other value draws boxes).
+// the NodeShape setting's values (round nodes; any other value draws boxes).
 inline constexpr int kPuzzleMode = 0;   // the puzzle, with the player's links on screen
 inline constexpr int kSolutionMode = 1; // the puzzle with its solution path
 inline constexpr int kRoundNodes = 2;
+inline constexpr int kBoxNodes = 1; // the value the options store for boxes
 
 // True when (row, col) lies on the board, 1..BoardSpan in both, and inside the cell arrays.
 inline bool OnBoard(const Board& board, int row, int col)

@@ -94,7 +94,7 @@ void Form6::Activate()
     Frame1->setTitle(state_.settings.SchemeFile);
     SelectPathDirection();
     const int shape = state_.settings.NodeShape;
-    SelectOnly(std::array{Option1, Option2, Option3, Option4}, shape == 1 ? 0 : shape == 2 ? 1 : -1);
+    SelectOnly(std::array{Option1, Option2, Option3, Option4}, shape == kBoxNodes ? 0 : shape == kRoundNodes ? 1 : -1);
     Text1->setText(QString::number(state_.settings.PrintLineWidth));
 }
 
@@ -194,7 +194,7 @@ void Form6::command1Click()
         s.SchemeFile = selected.first()->text() + QStringLiteral(".col");
     (void)Check1->isChecked(); // "Fill Black" is read but applies nothing
     if (Option1->isChecked())
-        s.NodeShape = 1;
+        s.NodeShape = kBoxNodes;
     else if (Option2->isChecked())
         s.NodeShape = kRoundNodes;
     s.GridColour = shape2->BorderColor();
