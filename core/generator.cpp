@@ -63,6 +63,15 @@ BuildStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int tra
     return stats;
 }
 
+void FinishRestoredPuzzle(Board& board)
+{
+    FillList2(board);
+    if (board.StartSide == kSideTop)
+        board.List3 = board.List2; // as the quarter turn leaves it
+    SetKeyNodes(board);
+    PrepareCellState(board);
+}
+
 std::string GridSizeText(int n) { return FormatNumber(n) + "x" + FormatNumber(n); }
 
 } // namespace tallyon

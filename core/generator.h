@@ -23,6 +23,11 @@ namespace tallyon {
 // key nodes and prepares CellState for play.
 BuildStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int trace = 0);
 
+// The last stages of BuildPuzzle for a puzzle put back from its parts (puzzle_code.h): on a
+// board with its digits, StartSide, PathCells, PathList and path flags as BuildPuzzle leaves
+// them, fills List2, picks the key nodes and prepares CellState for play.
+void FinishRestoredPuzzle(Board& board);
+
 // "6x6" for 6.
 std::string GridSizeText(int n);
 

@@ -3,8 +3,10 @@
 #include "play/controls.h"
 
 #include "core/generator.h"
+#include "core/puzzle_code.h"
 #include "core/random.h"
 #include "play/draw.h"
+#include "play/keyboard.h"
 #include "play/play_text.h"
 
 #include <algorithm>
@@ -12,12 +14,33 @@
 namespace tallyon {
 namespace {
 
-// Blanks the picture and forgets the offered link before the board is rebuilt.
+// Blanks the picture and forgets the offered link and the undone moves before the board is
+// rebuilt. The undo history is kept.
 void ClearForNewPuzzle(PlayHost& host, PlayState& state)
 {
     state.HoverRow = state.HoverCol = 0;
     state.EndARow = state.EndACol = state.EndBRow = state.EndBCol = 0;
+    state.redolist.clear();
     host.OpenBoardCanvas()->Clear(host.Style().Background);
+}
+
+void BeginBuilding(PlayHost& host)
+{
+    LetPendingEventsRun();
+    host.SetBusy(true);
+    host.SetCheckTimer(false);
+    host.SetBoardEnabled(false);
+    host.SetStatus("Creating Puzzle ...");
+    host.SetIndicator(host.Style().Background);
+}
+
+void PuzzleBuilt(PlayHost& host, const Board& board, PlayState& state)
+{
+    ResetCursor(board, state);
+    DrawBoard(host, board, kPuzzleMode);
+    host.SetStatus("Puzzle Created");
+    host.SetBoardEnabled(true);
+    host.SetBusy(false);
 }
 
 } // namespace
@@ -38,12 +61,7 @@ std::string StartSideCaption(int side)
 
 void NewPuzzle(PlayHost& host, Board& board, PlayState& state, int button)
 {
-    LetPendingEventsRun();
-    host.SetBusy(true);
-    host.SetCheckTimer(false);
-    host.SetBoardEnabled(false);
-    host.SetStatus("Creating Puzzle ...");
-    host.SetIndicator(host.Style().Background);
+    BeginBuilding(host);
 
     const int size = button == 2 ? RandomInt(7, 1) + 3 : WrapGridSize(host.Next().GridSize);
     host.SetNextGridSize(size);
@@ -51,11 +69,20 @@ void NewPuzzle(PlayHost& host, Board& board, PlayState& state, int button)
     board.BoardSpan = 2 * size + 1;
     ClearForNewPuzzle(host, state);
     BuildPuzzle(board, host.Next().PathDirection, host.PictureWidth());
-    DrawBoard(host, board, kPuzzleMode);
+    PuzzleBuilt(host, board, state);
+}
 
-    host.SetStatus("Puzzle Created");
-    host.SetBoardEnabled(true);
-    host.SetBusy(false);
+bool NewPuzzleFromCode(PlayHost& host, Board& board, PlayState& state, const std::string& code)
+{
+    const DecodeResult result = DecodePuzzleCode(code, board, host.PictureWidth());
+    if (!result.ok) {
+        host.Ask("This puzzle code cannot be used:\r\n" + result.problem, "vbok+vbexclamation");
+        return false;
+    }
+    BeginBuilding(host);
+    ClearForNewPuzzle(host, state);
+    PuzzleBuilt(host, board, state);
+    return true;
 }
 
 void ShowSolution(PlayHost& host, const Board& board)

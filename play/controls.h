@@ -17,6 +17,11 @@ namespace tallyon {
 // it. The undo history is kept.
 void NewPuzzle(PlayHost& host, Board& board, PlayState& state, int button);
 
+// The puzzle a puzzle code names (core/puzzle_code.h), built and shown as NewPuzzle leaves a
+// puzzle: "Puzzle Created". The next grid size and path direction are left as they are. A code
+// that cannot be used shows a message saying why, leaves the board as it was, and gives false.
+bool NewPuzzleFromCode(PlayHost& host, Board& board, PlayState& state, const std::string& code);
+
 // cmdshowsol pressed: the board with the solution path, digits on top; "Solution ...".
 void ShowSolution(PlayHost& host, const Board& board);
 // cmdshowsol released: the board with the user's links again.

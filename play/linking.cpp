@@ -96,6 +96,7 @@ void MakeLink(PlayHost& host, Board& board, PlayState& state, int button)
         const std::unique_ptr<Canvas> canvas = host.OpenBoardCanvas();
         DrawMove(*canvas, board, host.Style(), move);
         state.undolist.insert(state.undolist.begin(), MoveRecord(move));
+        state.redolist.clear();
     }
     ForgetEnds(state);
     host.SetCheckTimer(true);

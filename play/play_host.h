@@ -88,6 +88,14 @@ struct PlayState {
     int EndBCol = 0;
     // The undo history, newest record at index 0; never cleared by a new puzzle.
     std::vector<std::string> undolist;
+    // The moves undone since the last new move, newest undo at index 0, in the record form of
+    // undolist; cleared by a new move, a reset and a new puzzle.
+    std::vector<std::string> redolist;
+    // The keyboard cursor: a node, Start on a new puzzle; drawn only while shown (from the
+    // first key that moves it until the mouse moves over the board).
+    int CursorRow = 0;
+    int CursorCol = 0;
+    bool CursorShown = false;
 };
 
 } // namespace tallyon

@@ -1,4 +1,5 @@
-// Undo history: taking back the newest recorded link change, and the reset of all user links.
+// Undo history: taking back the newest recorded link change, the reset of all user links, and
+// redoing what was undone.
 #include "play/undo.h"
 
 #include "platform/answer_codes.h"
@@ -34,6 +35,7 @@ void UndoNewest(PlayHost& host, Board& board, PlayState& state)
         ApplyMove(board, back, LinkEntries::AToBOnly);
         const std::unique_ptr<Canvas> canvas = host.OpenBoardCanvas();
         DrawMove(*canvas, board, host.Style(), back);
+        state.redolist.insert(state.redolist.begin(), record);
     }
     state.undolist.erase(state.undolist.begin());
     host.SetIndicator(host.Style().Background);
@@ -53,8 +55,30 @@ void UndoMove(PlayHost& host, Board& board, PlayState& state, int button)
         host.SetCheckTimer(false);
         ClearUserLinks(board);
         DrawBoard(host, board, kPuzzleMode);
+        UndoNewest(host, board, state);
+        // Redoing on a cleared board would bring back single links out of their context.
+        state.redolist.clear();
+        return;
     }
     UndoNewest(host, board, state);
+}
+
+void RedoMove(PlayHost& host, Board& board, PlayState& state)
+{
+    if (state.redolist.empty() || board.List2.empty())
+        return;
+    const Move move = ParseMoveRecord(state.redolist.front());
+    state.redolist.erase(state.redolist.begin());
+    if (!OnBoard(board, move.rowA, move.colA) || !OnBoard(board, move.rowB, move.colB))
+        return;
+    // As a release on the board makes it: both link entries, the drawing, a record and Timer2.
+    ApplyMove(board, move, LinkEntries::Both);
+    {
+        const std::unique_ptr<Canvas> canvas = host.OpenBoardCanvas();
+        DrawMove(*canvas, board, host.Style(), move);
+    }
+    state.undolist.insert(state.undolist.begin(), MoveRecord(move));
+    host.SetCheckTimer(true);
 }
 
 } // namespace tallyon

@@ -1,5 +1,6 @@
 // tallyon-gen: builds puzzles with the game's generator and prints them as text or JSON.
 #include "core/generator.h"
+#include "core/puzzle_code.h"
 #include "core/random.h"
 
 #include <cstdio>
@@ -21,12 +22,16 @@ struct Options {
     int sideTag = -1;
     int count = 1;
     bool json = false;
+    bool code = false;  // one puzzle code per line instead
     bool trace = false; // the generator describes each digit it lays, on standard error
+    std::string decode; // a puzzle code to print instead of building puzzles
 };
 
 [[noreturn]] void Usage()
 {
-    std::fputs("usage: tallyon-gen --size N --side left|top|random [--count K] [--json] [--trace]\n", stderr);
+    std::fputs("usage: tallyon-gen --size N --side left|top|random [--count K] [--json | --code] [--trace]\n"
+               "       tallyon-gen --decode CODE [--json | --code]\n",
+               stderr);
     std::exit(2);
 }
 
@@ -47,8 +52,8 @@ Options Parse(int argc, char** argv)
     Options o;
     for (int i = 1; i < argc; ++i) {
         const std::string_view flag = argv[i];
-        if (flag == "--json" || flag == "--trace") {
-            (flag == "--json" ? o.json : o.trace) = true;
+        if (flag == "--json" || flag == "--trace" || flag == "--code") {
+            (flag == "--json" ? o.json : flag == "--code" ? o.code : o.trace) = true;
             continue;
         }
         if (i + 1 >= argc)
@@ -58,6 +63,8 @@ Options Parse(int argc, char** argv)
             o.size = ToInt(value);
         else if (flag == "--count")
             o.count = ToInt(value);
+        else if (flag == "--decode")
+            o.decode = value;
         else if (flag == "--side")
             o.sideTag = std::string_view(value) == "left"     ? kSideLeft
                         : std::string_view(value) == "top"    ? kSideTop
@@ -66,7 +73,7 @@ Options Parse(int argc, char** argv)
         else
             Usage();
     }
-    if (o.size < 4 || o.size > 10 || o.sideTag < 0 || o.count < 1)
+    if (o.decode.empty() && (o.size < 4 || o.size > 10 || o.sideTag < 0 || o.count < 1))
         Usage();
     return o;
 }
@@ -138,6 +145,16 @@ void PrintText(const Board& b, const BuildStats& stats, int number)
                 Where(b, b.KeyNodes[2]).c_str());
 }
 
+void Print(const Options& o, const Board& board, const BuildStats& stats, int number)
+{
+    if (o.code)
+        std::printf("%s\n", EncodePuzzleCode(board).c_str());
+    else if (o.json)
+        PrintJson(board, stats);
+    else
+        PrintText(board, stats, number);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -146,13 +163,19 @@ int main(int argc, char** argv)
     if (o.trace)
         SetTraceHandler([](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); });
     auto board = std::make_unique<Board>();
+    if (!o.decode.empty()) {
+        const DecodeResult result = DecodePuzzleCode(o.decode, *board, kPictureWidth);
+        if (!result.ok) {
+            std::fprintf(stderr, "tallyon-gen: the puzzle code cannot be used: %s\n", result.problem.c_str());
+            return 1;
+        }
+        Print(o, *board, BuildStats{}, 1);
+        return 0;
+    }
     for (int i = 1; i <= o.count; ++i) {
         board->GridSize = o.size;
         const BuildStats stats = BuildPuzzle(*board, o.sideTag, kPictureWidth, o.trace ? 1 : 0);
-        if (o.json)
-            PrintJson(*board, stats);
-        else
-            PrintText(*board, stats, i);
+        Print(o, *board, stats, i);
     }
     return 0;
 }

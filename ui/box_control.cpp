@@ -7,6 +7,7 @@
 #include "ui/property_bag.h"
 
 #include <QApplication>
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -16,6 +17,7 @@ namespace tallyon {
 namespace {
 
 constexpr qreal kInset = 20.0 / kTwipsPerPixel; // the bevel's inset, 20 twips
+constexpr qreal kFocusInset = 2.0;              // the focus frame inside the bevel, pixels
 constexpr int kDefaultFontSize = 8;
 
 Colour SystemColour(QPalette::ColorRole role) { return FromQColor(QApplication::palette().color(role)); }
@@ -278,6 +280,12 @@ void BoxControl::DrawFace(QPainter& p) const
         p.drawText(QRectF(0, top, width(), text.height()).translated(shift), Qt::AlignHCenter | Qt::AlignVCenter,
                    caption_);
     }
+    if (focusShown_ && hasFocus()) {
+        // In the caption's colour, which every scheme keeps readable on the face.
+        p.setPen(QPen(ToQColor(fore_), 1, Qt::DotLine));
+        p.setBrush(Qt::NoBrush);
+        p.drawRect(inner.adjusted(kFocusInset, kFocusInset, -kFocusInset, -kFocusInset));
+    }
 }
 
 void BoxControl::paintEvent(QPaintEvent*)
@@ -327,17 +335,65 @@ void BoxControl::mouseDoubleClickEvent(QMouseEvent*)
     emit DblClick();
 }
 
+namespace {
+
+// Space, Return and Enter press the button from the keyboard as the left mouse button does.
+bool IsPressKey(const QKeyEvent* event)
+{
+    const int key = event->key();
+    return (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter) &&
+           (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+}
+
+} // namespace
+
 void BoxControl::keyPressEvent(QKeyEvent* event)
 {
     emit KeyDown(KeyCode(event->key()), ShiftCode(event->modifiers()));
     if (!event->text().isEmpty())
         emit KeyPress(event->text().at(0).unicode());
+    if (IsPressKey(event) && !event->isAutoRepeat() && !pressed_) {
+        pressed_ = true;
+        Redraw();
+        emit MouseDown(1, 0, 0.0F, 0.0F);
+    }
 }
 
 void BoxControl::keyReleaseEvent(QKeyEvent* event)
 {
-    if (!event->isAutoRepeat())
-        emit KeyUp(KeyCode(event->key()), ShiftCode(event->modifiers()));
+    if (event->isAutoRepeat())
+        return;
+    emit KeyUp(KeyCode(event->key()), ShiftCode(event->modifiers()));
+    if (IsPressKey(event) && pressed_) {
+        pressed_ = false;
+        Redraw();
+        emit MouseUp(1, 0, 0.0F, 0.0F);
+        emit Click();
+    }
+}
+
+// The frame shows for focus reached by Tab or a shortcut, not for a click or the window's own
+// first focus, and it comes back with the window when the window is left and re-entered.
+void BoxControl::focusInEvent(QFocusEvent* event)
+{
+    QWidget::focusInEvent(event);
+    const Qt::FocusReason reason = event->reason();
+    if (reason != Qt::ActiveWindowFocusReason)
+        focusShown_ =
+            reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+    Redraw();
+}
+
+void BoxControl::focusOutEvent(QFocusEvent* event)
+{
+    QWidget::focusOutEvent(event);
+    if (event->reason() != Qt::ActiveWindowFocusReason)
+        focusShown_ = false;
+    if (pressed_) { // a key held down as the focus left
+        pressed_ = false;
+        emit MouseUp(1, 0, 0.0F, 0.0F);
+    }
+    Redraw();
 }
 
 } // namespace tallyon

@@ -92,6 +92,8 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
     void Redraw();
@@ -105,6 +107,7 @@ private:
     QPixmap picture_;
     int borderStyle_ = 0;
     bool pressed_ = false;
+    bool focusShown_ = false; // focus reached by the keyboard, shown as a dotted frame
     QPixmap surface_;
 };
 

@@ -25,9 +25,16 @@ void ProcessPendingEvents()
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+// What the command line asks for: an exit code when the program should end at once, else the
+// puzzle code to start with (empty for none).
+struct CommandLine {
+    std::optional<int> exitCode;
+    QString puzzleCode;
+};
+
 // Reads the command line before any window system is touched, so that --help and --version
-// work without a display. Returns the exit code when the program should end at once.
-std::optional<int> HandleCommandLine(int argc, char* argv[])
+// work without a display.
+CommandLine HandleCommandLine(int argc, char* argv[])
 {
     QCoreApplication probe(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("tallyon"));
@@ -41,6 +48,11 @@ std::optional<int> HandleCommandLine(int argc, char* argv[])
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // -platform x
     parser.addHelpOption();
     parser.addVersionOption();
+    const QCommandLineOption puzzle(QStringLiteral("puzzle"),
+                                    QStringLiteral("Starts with the puzzle that CODE names (tallyon-gen --code, or the "
+                                                   "text File > Copy to Clipboard puts beside the picture)."),
+                                    QStringLiteral("CODE"));
+    parser.addOption(puzzle);
     // The window system's own options, which QApplication takes later, are let through.
     for (const char* name :
          {"platform", "display", "style", "stylesheet", "geometry", "qwindowgeometry", "qwindowtitle", "qwindowicon",
@@ -56,30 +68,31 @@ std::optional<int> HandleCommandLine(int argc, char* argv[])
     }
     if (!parser.parse(QCoreApplication::arguments())) {
         std::fprintf(stderr, "tallyon: %s\nTry 'tallyon --help'.\n", qPrintable(parser.errorText()));
-        return 2;
+        return {2, {}};
     }
     if (!parser.positionalArguments().isEmpty()) {
         std::fprintf(stderr, "tallyon: unexpected argument '%s'\nTry 'tallyon --help'.\n",
                      qPrintable(parser.positionalArguments().first()));
-        return 2;
+        return {2, {}};
     }
     if (parser.isSet(QStringLiteral("help"))) {
         std::fputs(qPrintable(parser.helpText()), stdout);
-        return 0;
+        return {0, {}};
     }
     if (parser.isSet(QStringLiteral("version"))) {
         std::printf("tallyon %s\n", TALLYON_VERSION);
-        return 0;
+        return {0, {}};
     }
-    return std::nullopt;
+    return {std::nullopt, parser.value(puzzle)};
 }
 
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    if (const std::optional<int> code = HandleCommandLine(argc, argv))
-        return *code;
+    const CommandLine command = HandleCommandLine(argc, argv);
+    if (command.exitCode)
+        return *command.exitCode;
     QApplication app(argc, argv);
     QApplication::setApplicationName("Tallyon");
     QApplication::setDesktopFileName("io.github.tallyon.Tallyon");
@@ -93,5 +106,7 @@ int main(int argc, char* argv[])
     tallyon::Form1 window(state);
     window.Start();
     window.show();
+    if (!command.puzzleCode.isEmpty())
+        window.LoadPuzzleCode(command.puzzleCode);
     return QApplication::exec();
 }

@@ -5,11 +5,13 @@
 #include "platform/qt_colour.h"
 #include "play/controls.h"
 #include "play/draw.h"
+#include "play/keyboard.h"
 #include "play/linking.h"
 #include "play/undo.h"
 #include "play/verify.h"
 #include "shell/config_file.h"
 #include "shell/instructions.h"
+#include "shell/main_window/board_keys.h"
 #include "shell/main_window/picture_box.h"
 #include "shell/options_form.h"
 #include "shell/schemes.h"
@@ -23,6 +25,8 @@
 #include <QListWidget>
 #include <QMenuBar>
 #include <QPushButton>
+
+#include <initializer_list>
 
 namespace tallyon {
 namespace {
@@ -57,6 +61,9 @@ Form1::Form1(AppState& state, QWidget* parent) : QMainWindow(parent), state_(sta
     BuildMenu();
     ConnectControls();
     LayoutControls();
+    statusLog_ = qEnvironmentVariable("TALLYON_STATUS_FILE");
+    new BoardKeys(*this, *this, board_, play_,
+                  {[this] { PrintCommand(); }, [this] { menuBar()->setActiveAction(mnuzerosum->menuAction()); }});
 }
 
 Form1::~Form1() = default;
@@ -182,8 +189,10 @@ void Form1::ConnectControls()
     connect(undoman, &BoxControl::MouseUp, this,
             [this](int button, int, float, float) { UndoMove(*this, board_, play_, button); });
     connect(cmdhelp, &BoxControl::MouseUp, this, [](int, int, float, float) { ShowInstructions(); });
-    connect(Picture1, &PictureBox::MouseMove, this,
-            [this](int, int, float x, float y) { HoverCell(*this, board_, play_, x, y); });
+    connect(Picture1, &PictureBox::MouseMove, this, [this](int, int, float x, float y) {
+        HideCursor(*this, board_, play_);
+        HoverCell(*this, board_, play_, x, y);
+    });
     connect(Picture1, &PictureBox::MouseUp, this,
             [this](int button, int, float, float) { MakeLink(*this, board_, play_, button); });
     connect(Label4, &ClickLabel::MouseUp, this, [this](int button) { StepGridSize(*this, button); });
@@ -220,6 +229,12 @@ void Form1::LayoutControls()
     Label2->setGeometry(kInnerLeft + kHalfWidth + 8, kMargin + kBoardSide - 34, kHalfWidth, 22);
     Label7->setGeometry(kMargin, kStatusTop, kWindowWidth - 2 * kMargin, 26);
     setFixedSize(sizeHint());
+    // Tab runs down the buttons, then across the two labels.
+    QWidget* previous = cmdnew;
+    for (QWidget* next : std::initializer_list<QWidget*>{cmdverify, cmdshowsol, undoman, cmdhelp, Label4, Label6}) {
+        setTabOrder(previous, next);
+        previous = next;
+    }
 }
 
 void Form1::Start()
@@ -257,5 +272,7 @@ void Form1::Start()
     DrawGrid(*OpenBoardCanvas(), board_, Style());
     SetStatus("Click Create New Puzzle to create a new puzzle");
 }
+
+bool Form1::LoadPuzzleCode(const QString& code) { return NewPuzzleFromCode(*this, board_, play_, code.toStdString()); }
 
 } // namespace tallyon

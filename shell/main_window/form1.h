@@ -22,6 +22,7 @@ class QPushButton;
 namespace tallyon {
 
 class AboutForm;
+class BoardKeys;
 class BoxControl;
 class ClickLabel;
 class Form4;
@@ -40,6 +41,9 @@ public:
     void ApplyScheme();
     // The File > Exit command: asks "Exit?", and on Yes saves and closes every window.
     void ExitCommand();
+    // Builds and shows the puzzle a puzzle code names, as New Puzzle would; a code that cannot
+    // be used is explained in a message box and leaves the board as it was.
+    bool LoadPuzzleCode(const QString& code);
 
     Board& board() { return board_; }
     PlayState& playState() { return play_; }
@@ -84,6 +88,8 @@ private:
     Board board_;
     PlayState play_;
     bool exiting_ = false;
+    // TALLYON_STATUS_FILE: a file that every status line is appended to, for scripted runs.
+    QString statusLog_;
 
     PictureBox* Picture1 = nullptr;
     PictureBox* Picture4 = nullptr;

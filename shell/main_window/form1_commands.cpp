@@ -20,6 +20,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFile>
 #include <QFrame>
 #include <QLabel>
 #include <QMenuBar>
@@ -159,7 +160,15 @@ void Form1::ApplyScheme()
 
 // ---- PlayHost --------------------------------------------------------------------------
 
-void Form1::SetStatus(const std::string& text) { Label7->setText(QString::fromStdString(text)); }
+void Form1::SetStatus(const std::string& text)
+{
+    Label7->setText(QString::fromStdString(text));
+    if (statusLog_.isEmpty())
+        return;
+    QFile log(statusLog_);
+    if (log.open(QIODevice::Append))
+        log.write(QByteArray::fromStdString(text + "\n"));
+}
 
 void Form1::SetHoverCaptions(const std::string& row, const std::string& column)
 {

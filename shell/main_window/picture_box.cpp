@@ -5,11 +5,15 @@
 #include "platform/qt_colour.h"
 #include "ui/box_control.h"
 
+#include <QFocusEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
 namespace tallyon {
 namespace {
+
+constexpr int kFocusFrameInset = 3; // the labels' focus frame inside their raised panel, pixels
 
 // Owns the painter before the canvas that uses it is built.
 struct PainterHolder {
@@ -86,6 +90,41 @@ void PictureBox::mouseReleaseEvent(QMouseEvent* event)
                  ToTwips(event->position().y()));
 }
 
+ClickLabel::ClickLabel(QWidget* parent) : QLabel(parent) { setFocusPolicy(Qt::TabFocus); }
+
 void ClickLabel::mouseReleaseEvent(QMouseEvent* event) { emit MouseUp(MouseButtonCode(event->button())); }
+
+void ClickLabel::keyReleaseEvent(QKeyEvent* event)
+{
+    const int key = event->key();
+    if ((key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter) && !event->isAutoRepeat() &&
+        (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
+        emit MouseUp(1);
+        return;
+    }
+    QLabel::keyReleaseEvent(event);
+}
+
+void ClickLabel::paintEvent(QPaintEvent* event)
+{
+    QLabel::paintEvent(event);
+    if (!hasFocus())
+        return;
+    QPainter painter(this);
+    painter.setPen(QPen(palette().color(QPalette::WindowText), 1, Qt::DotLine));
+    painter.drawRect(rect().adjusted(kFocusFrameInset, kFocusFrameInset, -kFocusFrameInset - 1, -kFocusFrameInset - 1));
+}
+
+void ClickLabel::focusInEvent(QFocusEvent* event)
+{
+    QLabel::focusInEvent(event);
+    update();
+}
+
+void ClickLabel::focusOutEvent(QFocusEvent* event)
+{
+    QLabel::focusOutEvent(event);
+    update();
+}
 
 } // namespace tallyon

@@ -46,17 +46,23 @@ private:
     Colour back_ = fixed::White;
 };
 
-// A label with a release event, as the grid-size and start-side labels need.
+// A label with a release event, as the grid-size and start-side labels need. It takes the
+// focus by Tab, shows it as a dotted frame in its text colour, and Space, Return or Enter
+// release it as the left button does.
 class ClickLabel : public QLabel {
     Q_OBJECT
 public:
-    explicit ClickLabel(QWidget* parent = nullptr) : QLabel(parent) {}
+    explicit ClickLabel(QWidget* parent = nullptr);
 
 signals:
     void MouseUp(int button);
 
 protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 };
 
 } // namespace tallyon
