@@ -231,10 +231,15 @@ std::string EncodePuzzleCode(const Board& board)
     for (const auto& [row, col] : DigitCells(board.BoardSpan))
         digits.push_back(board.NodeValue(row, col));
     Pack(bytes, digits, 4);
-    const std::uint16_t crc = Crc16(bytes, bytes.size());
-    bytes.push_back(static_cast<std::uint8_t>(crc >> 8));
-    bytes.push_back(static_cast<std::uint8_t>(crc & 255U));
-    return kPuzzleCodePrefix + ToBase64(bytes);
+    return PuzzleCodeFromBytes(std::move(bytes));
+}
+
+std::string PuzzleCodeFromBytes(std::vector<std::uint8_t> payload)
+{
+    const std::uint16_t crc = Crc16(payload, payload.size());
+    payload.push_back(static_cast<std::uint8_t>(crc >> 8));
+    payload.push_back(static_cast<std::uint8_t>(crc & 255U));
+    return kPuzzleCodePrefix + ToBase64(payload);
 }
 
 DecodeResult DecodePuzzleCode(const std::string& code, Board& board, int pictureWidth)

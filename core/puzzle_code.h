@@ -16,7 +16,9 @@
 
 #include "core/board.h"
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 namespace tallyon {
 
@@ -25,6 +27,10 @@ inline constexpr std::size_t kMaxPuzzleCodeLength = 400;
 
 // "" for a board without a puzzle.
 std::string EncodePuzzleCode(const Board& board);
+
+// The code of a payload of bytes as described above: its CRC appended, written in base64 after
+// the prefix. EncodePuzzleCode ends in it; fuzzing reaches past the CRC through it.
+std::string PuzzleCodeFromBytes(std::vector<std::uint8_t> payload);
 
 struct DecodeResult {
     bool ok = false;

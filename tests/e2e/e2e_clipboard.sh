@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The real program copies the puzzle and then its solution to the clipboard; another program
-# reads each picture back while the game runs, and the solution adds the path's dark lines.
+# reads each picture back while the game runs, and the solution adds the path's dark lines;
+# the puzzle's code lies beside the pictures as plain text.
 here="$(cd "$(dirname "$0")" && pwd)"
 source "$here/xvfb_steps.sh"
 command -v xclip >/dev/null || { echo "SKIP: xclip is not installed"; exit 77; }
@@ -53,5 +54,9 @@ size_s="$(identify -format '%wx%h' "$WORK/solution.png")"
 added="$(convert "$WORK/puzzle.png" "$WORK/solution.png" -colorspace Gray \
           -fx '(u>0.6 && v<0.4) ? 1 : 0' -format '%[fx:round(mean*w*h)]' info:)"
 [ "$added" -gt 300 ] || fail "the solution picture shows no path ($added pixels)"
+# Beside the picture, as plain text, the puzzle's code: it names a puzzle of the board's size.
+code="$(xclip -selection clipboard -t text/plain -o 2>/dev/null || true)"
+case "$code" in T1-*) ;; *) fail "no puzzle code beside the picture: '$code'" ;; esac
+"$BIN_DIR/tallyon-gen" --decode "$code" | head -n1 | grep -q '^Puzzle 1: 7x7' || fail "the code does not name a 7x7 puzzle"
 kill -0 "$PID" || fail "the program ended"
 echo "e2e_clipboard: 1 passed, 0 failed"
