@@ -4,10 +4,14 @@
 
 #include "core/generator.h"
 #include "core/puzzle_code.h"
+#include "output/print_job.h"
 #include "platform/qt_colour.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPrinterInfo>
 #include <QTest>
 
 using namespace tallyon;
@@ -42,6 +46,7 @@ private slots:
     void tabAndSpacePressTheFocusedControlInEveryScheme();
     void damagedCodeIsExplainedAndTheBoardStaysEmpty();
     void clipboardHoldsTheCodeBesideThePicture();
+    void shortcutsReachTheMenuInstructionsAndPrint();
 };
 
 void Form1KeysTest::typesAPuzzleStartedFromItsCode()
@@ -92,11 +97,12 @@ void Form1KeysTest::undoThenRedoGivesBackTheSamePixels()
 }
 
 // Tab walks the buttons and the two labels; Space on New Puzzle makes a puzzle and on the
-// grid-size label steps the size. The focus shows as a frame in the caption's colour, in the
-// light, dark and high-contrast schemes alike.
+// grid-size label steps the size. The focus shows as a frame in the caption's colour, in
+// every scheme of all.col.
 void Form1KeysTest::tabAndSpacePressTheFocusedControlInEveryScheme()
 {
-    for (const char* scheme : {"xp.col", "Slate.col", "Contrast.col"}) {
+    for (const char* scheme : {"xp.col", "Classic.col", "Blue.col", "Olive.col", "Rose.col", "Sand.col", "Mint.col",
+                               "Lavender.col", "Slate.col", "Contrast.col"}) {
         Form1Fixture f{QString(scheme)};
         auto* cmdnew = f.window.findChild<BoxControl*>("cmdnew");
         QApplication::setActiveWindow(&f.window);
@@ -145,6 +151,23 @@ void Form1KeysTest::clipboardHoldsTheCodeBesideThePicture()
     f.window.findChild<QAction*>("mnuclipsol")->trigger();
     QCOMPARE(QGuiApplication::clipboard()->text().toStdString(), EncodePuzzleCode(f.window.board()));
     QVERIFY(!QGuiApplication::clipboard()->image().isNull());
+}
+
+void Form1KeysTest::shortcutsReachTheMenuInstructionsAndPrint()
+{
+    Form1Fixture f;
+    QTest::keyClick(&f.window, Qt::Key_F1);
+    QCOMPARE(f.answers.calls.size(), 1);
+    QCOMPARE(f.answers.calls[0].second, QString("vbok+vbinformation"));
+    QTest::keyClick(&f.window, Qt::Key_N, Qt::ControlModifier);
+    QCOMPARE(f.label("Label7")->text(), QString("Puzzle Created"));
+    if (QPrinterInfo::defaultPrinter().isNull()) { // no printer: the page goes to the PDF fallback
+        f.answers.next = 6;
+        QTest::keyClick(&f.window, Qt::Key_P, Qt::ControlModifier);
+        QVERIFY(QFile::exists(f.dir.path() + "/" + kPrintFileName));
+    }
+    QTest::keyClick(&f.window, Qt::Key_F, Qt::AltModifier);
+    QCOMPARE(f.window.menuBar()->activeAction(), f.window.findChild<QMenu*>("mnuzerosum")->menuAction());
 }
 
 QTEST_MAIN(Form1KeysTest)
