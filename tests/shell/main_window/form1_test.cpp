@@ -128,23 +128,16 @@ void Form1Test::gridSizeAndStartSideLabelsCycle()
     Form1Fixture f;
     QLabel* size = f.label("Label4");
     QLabel* side = f.label("Label6");
-    const QStringList upSizes = {"8x8", "9x9", "10x10", "4x4"};
-    for (const QString& expected : upSizes) {
-        f.ClickLabel("Label4", Qt::LeftButton);
-        QCOMPARE(size->text(), expected);
-    }
+    // The stepping itself is play's; here, each button reaches it and the captions follow.
+    f.ClickLabel("Label4", Qt::LeftButton);
+    QCOMPARE(size->text(), QString("8x8"));
     f.ClickLabel("Label4", Qt::RightButton);
-    QCOMPARE(size->text(), QString("10x10"));
-    f.ClickLabel("Label4", Qt::MiddleButton);
-    QCOMPARE(size->text(), QString("10x10"));
-
-    const QString start = side->text(); // "Random" from the file's path direction 0
-    QCOMPARE(start, QString("Random"));
-    const QStringList forward = {"Left", "Top", "Random"};
-    for (const QString& expected : forward) {
-        f.ClickLabel("Label6", Qt::LeftButton);
-        QCOMPARE(side->text(), expected);
-    }
+    f.ClickLabel("Label4", Qt::RightButton);
+    QCOMPARE(size->text(), QString("6x6"));
+    QCOMPARE(side->text(), QString("Random")); // the file's path direction 0
+    f.ClickLabel("Label6", Qt::LeftButton);
+    QCOMPARE(side->text(), QString("Left"));
+    f.ClickLabel("Label6", Qt::RightButton);
     f.ClickLabel("Label6", Qt::RightButton);
     QCOMPARE(side->text(), QString("Top"));
 
