@@ -13,10 +13,9 @@
 #include <utility>
 
 namespace tallyon {
-namespace {
 
 // Appends "<n>," to PathList without going through a temporary string, and n to PathCells.
-void AppendCell(Board& b, int n)
+void AppendPathCell(Board& b, int n)
 {
     char digits[16];
     auto [end, ec] = std::to_chars(digits, digits + sizeof digits - 1, n);
@@ -24,12 +23,6 @@ void AppendCell(Board& b, int n)
     *end++ = ',';
     b.PathList.append(digits, static_cast<std::size_t>(end - digits));
     b.PathCells.push_back(n);
-}
-
-void ClearPathList(Board& b)
-{
-    b.PathList.clear();
-    b.PathCells.clear();
 }
 
 // Sets the two flags of one step, one at each end.
@@ -55,6 +48,14 @@ void SetStepFlags(Board& b, int row, int col, int newRow, int newCol, char dir)
     default:
         break;
     }
+}
+
+namespace {
+
+void ClearPathList(Board& b)
+{
+    b.PathList.clear();
+    b.PathCells.clear();
 }
 
 void ClearFlagsAt(Board& b, int row, int col)
@@ -173,7 +174,7 @@ bool WalkAttempt(Board& b, AttemptNodes& nodes, WalkReach& reach)
     int row = DrawStartRow(b);
     int col = 1;
     b.StartNode = b.CellNo(row, 1);
-    AppendCell(b, b.StartNode);
+    AppendPathCell(b, b.StartNode);
     reach.AddListed(b.StartNode);
     nodes.Add(row, col);
     char last = 0;
@@ -187,7 +188,7 @@ bool WalkAttempt(Board& b, AttemptNodes& nodes, WalkReach& reach)
         const Step& step = next.step;
         assert(IsOnPath(b, step.row, step.col) == 0);
         const int number = b.CellNo(step.row, step.col);
-        AppendCell(b, number);
+        AppendPathCell(b, number);
         reach.AddListed(number);
         const char dir = step.direction;
         SetStepFlags(b, row, col, step.row, step.col, dir);
@@ -299,7 +300,7 @@ void ExpandPath(Board& board)
     int row = board.CellRow[board.StartNode];
     int col = board.CellCol[board.StartNode];
     ClearPathList(board);
-    AppendCell(board, board.StartNode);
+    AppendPathCell(board, board.StartNode);
     board.CellState(row, col) = kPathNodeMark;
     std::string pending = PathLinks(board, row, col);
     for (;;) {
@@ -332,8 +333,8 @@ void ExpandPath(Board& board)
         default:
             return;
         }
-        AppendCell(board, board.CellNo(row + dr, col + dc));
-        AppendCell(board, board.CellNo(row + 2 * dr, col + 2 * dc));
+        AppendPathCell(board, board.CellNo(row + dr, col + dc));
+        AppendPathCell(board, board.CellNo(row + 2 * dr, col + 2 * dc));
         board.CellState(row + dr, col + dc) = kPathLinkMark;
         board.CellState(row + 2 * dr, col + 2 * dc) = kPathNodeMark;
         row += 2 * dr;
@@ -352,7 +353,7 @@ void TurnPath(Board& board)
     for (int k : cells) {
         const int turned = board.CellNo(board.CellCol[k], span + 1 - board.CellRow[k]);
         board.List3.push_back(FormatNumber(turned));
-        AppendCell(board, turned);
+        AppendPathCell(board, turned);
     }
 
     CellArray<int> values;

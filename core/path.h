@@ -46,6 +46,13 @@ Step ChooseStep(const Board& board, int row, int col);
 // with fewer tries left is abandoned at once.
 int TriesToRightEdge(int boardSpan, int col, char last);
 
+// Appends "<cell>," to PathList and cell to PathCells.
+void AppendPathCell(Board& board, int cell);
+
+// The path flags of one step of the walk from node (row, col) to node (newRow, newCol), in the
+// direction 'L', 'R', 'U' or 'D': the way out at the first node, the way back at the second.
+void SetStepFlags(Board& board, int row, int col, int newRow, int newCol, char dir);
+
 // Lays a node path from the left edge to the right edge (always turning).
 void LayPath(Board& board);
 

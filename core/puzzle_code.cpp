@@ -1,6 +1,7 @@
 // Puzzle codes: the puzzle packed into bytes, checked by a CRC, written in base64.
 #include "core/puzzle_code.h"
 
+#include "core/chain_solver.h"
 #include "core/generator.h"
 #include "core/link_rule.h"
 
@@ -136,23 +137,12 @@ std::pair<int, int> BeforeTurn(const Board& board, int row, int col)
 
 // The path flags of a step from one node to the next, as the walk sets them. A puzzle from the
 // top keeps the flags of the path as it was laid, before the turn.
-void SetStepFlags(Board& board, std::pair<int, int> from, std::pair<int, int> to)
+void SetLaidStepFlags(Board& board, std::pair<int, int> from, std::pair<int, int> to)
 {
     const auto [r1, c1] = BeforeTurn(board, from.first, from.second);
     const auto [r2, c2] = BeforeTurn(board, to.first, to.second);
-    if (c2 > c1) {
-        board.PathRight(r1, c1) = 1;
-        board.PathLeft(r2, c2) = 1;
-    } else if (c2 < c1) {
-        board.PathLeft(r1, c1) = 1;
-        board.PathRight(r2, c2) = 1;
-    } else if (r2 > r1) {
-        board.PathDown(r1, c1) = 1;
-        board.PathUp(r2, c2) = 1;
-    } else {
-        board.PathUp(r1, c1) = 1;
-        board.PathDown(r2, c2) = 1;
-    }
+    const char dir = c2 > c1 ? 'R' : c2 < c1 ? 'L' : r2 > r1 ? 'D' : 'U';
+    SetStepFlags(board, r1, c1, r2, c2, dir);
 }
 
 // The path's nodes from Start and the steps between them; empty when a step leaves the lattice
@@ -160,7 +150,7 @@ void SetStepFlags(Board& board, std::pair<int, int> from, std::pair<int, int> to
 std::vector<std::pair<int, int>> WalkSteps(int gridSize, int start, const std::vector<int>& steps)
 {
     const int side = gridSize + 1, span = 2 * gridSize + 1;
-    std::vector<std::pair<int, int>> nodes{{2 * (start / side) + 1, 2 * (start % side) + 1}};
+    std::vector<std::pair<int, int>> nodes{{NodeRow(gridSize, start), NodeCol(gridSize, start)}};
     std::vector<bool> seen(static_cast<std::size_t>(side * side), false);
     seen[static_cast<std::size_t>(start)] = true;
     for (const int step : steps) {
@@ -169,7 +159,7 @@ std::vector<std::pair<int, int>> WalkSteps(int gridSize, int start, const std::v
         const int c = col + kSteps[static_cast<std::size_t>(step)].second;
         if (r < 1 || r > span || c < 1 || c > span)
             return {};
-        const std::size_t node = static_cast<std::size_t>((r - 1) / 2 * side + (c - 1) / 2);
+        const std::size_t node = static_cast<std::size_t>(NodeIndex(gridSize, r, c));
         if (seen[node])
             return {};
         seen[node] = true;
@@ -186,11 +176,7 @@ bool Assemble(Board& board, int side, const std::vector<std::pair<int, int>>& no
     for (std::size_t i = 0; i < cells.size(); ++i)
         board.NodeValue(cells[i].first, cells[i].second) = digits[i];
     board.StartSide = side;
-    auto append = [&board](int row, int col) {
-        const int cell = board.CellNo(row, col);
-        board.PathCells.push_back(cell);
-        board.PathList += std::to_string(cell) + ",";
-    };
+    auto append = [&board](int row, int col) { AppendPathCell(board, board.CellNo(row, col)); };
     append(nodes.front().first, nodes.front().second);
     for (std::size_t i = 1; i < nodes.size(); ++i) {
         const auto [r1, c1] = nodes[i - 1];
@@ -200,7 +186,7 @@ bool Assemble(Board& board, int side, const std::vector<std::pair<int, int>>& no
             return false;
         append((r1 + r2) / 2, (c1 + c2) / 2);
         append(r2, c2);
-        SetStepFlags(board, nodes[i - 1], nodes[i]);
+        SetLaidStepFlags(board, nodes[i - 1], nodes[i]);
     }
     FinishRestoredPuzzle(board);
     return true;
@@ -215,10 +201,9 @@ std::string EncodePuzzleCode(const Board& board)
     std::vector<std::pair<int, int>> nodes;
     for (std::size_t i = 0; i < board.PathCells.size(); i += 2)
         nodes.emplace_back(board.CellRow[board.PathCells[i]], board.CellCol[board.PathCells[i]]);
-    const int side = board.GridSize + 1;
     Bytes bytes{static_cast<std::uint8_t>(board.GridSize), static_cast<std::uint8_t>(board.StartSide),
                 static_cast<std::uint8_t>(nodes.size()),
-                static_cast<std::uint8_t>((nodes.front().first - 1) / 2 * side + (nodes.front().second - 1) / 2)};
+                static_cast<std::uint8_t>(NodeIndex(board.GridSize, nodes.front().first, nodes.front().second))};
     std::vector<int> steps;
     for (std::size_t i = 1; i < nodes.size(); ++i) {
         const std::pair<int, int> step{nodes[i].first - nodes[i - 1].first, nodes[i].second - nodes[i - 1].second};

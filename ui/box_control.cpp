@@ -335,17 +335,12 @@ void BoxControl::mouseDoubleClickEvent(QMouseEvent*)
     emit DblClick();
 }
 
-namespace {
-
-// Space, Return and Enter press the button from the keyboard as the left mouse button does.
 bool IsPressKey(const QKeyEvent* event)
 {
     const int key = event->key();
     return (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter) &&
            (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
 }
-
-} // namespace
 
 void BoxControl::keyPressEvent(QKeyEvent* event)
 {

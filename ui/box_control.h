@@ -18,6 +18,10 @@ namespace tallyon {
 
 class PropertyBag;
 
+// Space, Return or Enter without a modifier (the keypad's too): the keys that press a focused
+// control as the left mouse button does.
+bool IsPressKey(const QKeyEvent* event);
+
 class BoxControl : public QWidget {
     Q_OBJECT
     Q_PROPERTY(uint BackColor READ BackColor WRITE SetBackColor)

@@ -96,9 +96,7 @@ void ClickLabel::mouseReleaseEvent(QMouseEvent* event) { emit MouseUp(MouseButto
 
 void ClickLabel::keyReleaseEvent(QKeyEvent* event)
 {
-    const int key = event->key();
-    if ((key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter) && !event->isAutoRepeat() &&
-        (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
+    if (IsPressKey(event) && !event->isAutoRepeat()) {
         emit MouseUp(1);
         return;
     }
