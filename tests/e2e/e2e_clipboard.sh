@@ -12,7 +12,7 @@ APP="$(fresh_app_dir)"
 WORK="$(mktemp -d /tmp/tallyon-clip.XXXXXX)"
 trap 'kill "$PID" 2>/dev/null || true; rm -rf "$APP" "$WORK"; stop_xvfb' EXIT
 printf ' 7  2  1  0  0  16777215  1  128  6\r\nxp.col\r\n' > "$APP/tallyon.cfg"
-"$APP/tallyon" & PID=$!
+launch "$APP/tallyon"
 WIN="$(wait_window Tallyon)"
 wait_pixel "$WIN" 2 2 "0,0,0" not
 new_puzzle "$WIN"

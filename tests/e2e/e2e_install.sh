@@ -56,7 +56,7 @@ saved_settings() {
 }
 
 start_installed() {
-  "$PREFIX/bin/tallyon" & PID=$!
+  launch "$PREFIX/bin/tallyon"
 }
 
 # File > Exit, "Exit?" answered Yes; the program must end.

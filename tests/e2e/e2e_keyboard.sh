@@ -34,7 +34,7 @@ wait_status() {
   fail "the status line does not read '$1' (last: '$(tail -n1 "$STATUS" 2>/dev/null)')"
 }
 
-TALLYON_STATUS_FILE="$STATUS" "$APP/tallyon" --puzzle "$CODE" & PID=$!
+launch env TALLYON_STATUS_FILE="$STATUS" "$APP/tallyon" --puzzle "$CODE"
 WIN="$(wait_window Tallyon)"
 wait_status "Puzzle Created"
 wait_pixel "$WIN" 2 2 "0,0,0" not
@@ -71,7 +71,7 @@ kill "$PID"
 wait "$PID" 2>/dev/null || true
 
 # A damaged code: a message box, then the empty board and the start-up prompt.
-"$APP/tallyon" --puzzle "${CODE:0:40}" & PID=$!
+launch "$APP/tallyon" --puzzle "${CODE:0:40}"
 MSG="$(wait_window Message)"
 wait_pixel "$MSG" 2 2 "0,0,0" not
 import -window "$MSG" "$SHOTS/e2e-keyboard-damaged-code.png"

@@ -8,7 +8,7 @@ start_xvfb
 
 APP="$(fresh_app_dir)"
 trap 'kill "$PID" 2>/dev/null || true; rm -rf "$APP"; stop_xvfb' EXIT
-"$APP/tallyon" & PID=$!
+launch "$APP/tallyon"
 
 # A fresh directory: the configuration message comes first, and the file is made.
 MSG="$(wait_window Message)"

@@ -28,6 +28,22 @@ start_xvfb() {
 }
 stop_xvfb() { [ -n "$XVFB_PID" ] && kill "$XVFB_PID" 2>/dev/null; wait "$XVFB_PID" 2>/dev/null || true; }
 
+# Starts a program (a command and its arguments) in the background and sets PID. A busy X
+# server now and then refuses a new client; a start that ends within a second saying so is
+# tried again, up to three times. The program's error output goes to the test's.
+launch() {
+  local log
+  log="$(mktemp /tmp/tallyon-launch.XXXXXX)"
+  for _ in 1 2 3; do
+    "$@" 2>"$log" & PID=$!
+    for _ in $(seq 20); do kill -0 "$PID" 2>/dev/null || break; sleep 0.05; done
+    kill -0 "$PID" 2>/dev/null || ! grep -q "could not connect to display" "$log" && break
+    wait "$PID" 2>/dev/null || true
+  done
+  cat "$log" >&2
+  rm -f "$log"
+}
+
 # A fresh program directory holding the executable and its data files.
 fresh_app_dir() {
   local dir
