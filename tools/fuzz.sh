@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs one fuzz target for a while: tools/fuzz.sh NAME SECONDS (NAME one of config, schemes,
 # numbers, drawing, msgbox). Builds the clang fuzz build in build-fuzz/ when needed, starts
-# from the seed corpus tests/fuzz/corpus/NAME (new inputs collect in build-fuzz/corpus-NAME,
+# from the seed corpus fuzz/corpus/NAME (new inputs collect in build-fuzz/corpus-NAME,
 # never in the repository) and prints libFuzzer's figures. A crash leaves its input in
 # build-fuzz/ and exits non-zero; add the input to the seed corpus once it is fixed.
 set -euo pipefail
@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 name="${1:?usage: tools/fuzz.sh NAME SECONDS}"
 seconds="${2:-60}"
 command -v clang++ >/dev/null || { echo "fuzz.sh: clang++ is needed" >&2; exit 2; }
-if [ ! -x "build-fuzz/bin/fuzz_$name" ] && [ ! -x "build-fuzz/tests/fuzz/fuzz_$name" ]; then
+if [ ! -x "build-fuzz/bin/fuzz_$name" ] && [ ! -x "build-fuzz/fuzz/fuzz_$name" ]; then
   CC=clang CXX=clang++ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DTALLYON_FUZZ=ON -DTALLYON_TESTS=OFF -DTALLYON_WERROR=ON >/dev/null
 fi
@@ -24,7 +24,7 @@ leaks=1
 [ "$name" = msgbox ] && leaks=0
 set +e
 ASAN_OPTIONS="detect_leaks=$leaks" QT_QPA_PLATFORM=offscreen "../$binary" -max_total_time="$seconds" -print_final_stats=1 -detect_leaks="$leaks" \
-  "corpus-$name" "../tests/fuzz/corpus/$name" >"fuzz-$name.log" 2>&1
+  "corpus-$name" "../fuzz/corpus/$name" >"fuzz-$name.log" 2>&1
 status=$?
 set -e
 grep -E "stat::number_of_executed_units|stat::peak_rss|ERROR|SUMMARY|Test unit written" "fuzz-$name.log" || true
