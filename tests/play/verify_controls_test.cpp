@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <tuple>
 
@@ -28,75 +29,67 @@ void Digits(Board& board, int row, int col, int a, int b, int c)
         std::tie(a, b, c);
 }
 
-const std::string kNotSolved = "Not solved: Connect Start to End and use the Hint Node";
-
-struct VerdictCase {
-    const char* name;
-    std::function<void(Board&)> setUp;
-    std::string message;
-    int row, column, status;
-};
-
-class Verdicts : public ::testing::TestWithParam<VerdictCase> {};
-
-TEST_P(Verdicts, CheckSolutionReports)
+// Links each listed pair of nodes {rowA, colA, rowB, colB}.
+void Links(Board& board, std::initializer_list<std::array<int, 4>> pairs)
 {
-    const VerdictCase& v = GetParam();
-    Board board;
-    MakeRowPuzzle(board, 4);
-    v.setUp(board);
-    const CheckResult r = CheckSolution(board);
-    EXPECT_EQ(r.message, v.message);
-    EXPECT_EQ(std::vector<int>({r.row, r.column, r.status}), std::vector<int>({v.row, v.column, v.status}));
+    for (const auto& [rowA, colA, rowB, colB] : pairs)
+        Link(board, rowA, colA, rowB, colB);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Boards, Verdicts,
-    ::testing::Values(VerdictCase{"no_links", [](Board&) {}, kNotSolved, 0, 0, 0},
-                      VerdictCase{"nine_three_three", [](Board& b) { Digits(b, 7, 3, 9, 3, 3); }, kNotSolved, 0, 0, 0},
-                      VerdictCase{"three_three_nine", [](Board& b) { Digits(b, 7, 3, 3, 3, 9); }, kNotSolved, 0, 0, 0},
-                      VerdictCase{"wrong_link", [](Board& b) { Digits(b, 7, 3, 8, 2, 7); }, "Incorrect Math", 7, 4, -1},
-                      VerdictCase{"square_loop",
-                                  [](Board& b) {
-                                      Link(b, 5, 5, 5, 7);
-                                      Link(b, 5, 7, 7, 7);
-                                      Link(b, 7, 5, 7, 7);
-                                      Link(b, 5, 5, 7, 5);
-                                  },
-                                  "User links may be in a loop", 0, 0, 1},
-                      VerdictCase{"figure_eight", // a loop whose crossing node is also used four times
-                                  [](Board& b) {
-                                      Link(b, 5, 5, 5, 7);
-                                      Link(b, 5, 7, 7, 7);
-                                      Link(b, 7, 5, 7, 7);
-                                      Link(b, 5, 5, 7, 5);
-                                      Link(b, 7, 7, 7, 9);
-                                      Link(b, 7, 9, 9, 9);
-                                      Link(b, 9, 7, 9, 9);
-                                      Link(b, 7, 7, 9, 7);
-                                  },
-                                  "User links may be in a loop", 0, 0, 1},
-                      VerdictCase{"three_links_at_a_node",
-                                  [](Board& b) {
-                                      Link(b, 5, 3, 5, 5);
-                                      Link(b, 5, 5, 5, 7);
-                                      Link(b, 5, 5, 7, 5);
-                                  },
-                                  "A node is used more than twice", 0, 0, 1},
-                      VerdictCase{"key_nodes_linked_but_not_the_path",
-                                  [](Board& b) {
-                                      Link(b, 3, 1, 3, 3);
-                                      Link(b, 3, 5, 3, 7);
-                                      Link(b, 3, 7, 3, 9);
-                                  },
-                                  kNotSolved, 0, 0, 0},
-                      VerdictCase{"exact_path",
-                                  [](Board& b) {
-                                      for (int c = 1; c < 9; c += 2)
-                                          Link(b, 3, c, 3, c + 2);
-                                  },
-                                  "All Done !", 0, 0, 99}),
-    [](const ::testing::TestParamInfo<VerdictCase>& info) { return std::string(info.param.name); });
+// Links the four nodes of the square whose top-left node is (row, col) into a loop.
+void SquareLoop(Board& board, int r, int c)
+{
+    Links(board, {{r, c, r, c + 2}, {r, c + 2, r + 2, c + 2}, {r + 2, c, r + 2, c + 2}, {r, c, r + 2, c}});
+}
+
+// Links the row puzzle's whole path.
+void PathLinks(Board& board)
+{
+    for (int c = 1; c < 9; c += 2)
+        Link(board, 3, c, 3, c + 2);
+}
+
+const std::string kNotSolved = "Not solved: Connect Start to End and use the Hint Node";
+
+// Each board's verdict: message, reported link cell and status.
+TEST(Verdicts, CheckSolutionReports)
+{
+    const struct {
+        const char* name;
+        std::function<void(Board&)> setUp;
+        std::string message;
+        int row, column, status;
+    } cases[] = {
+        {"no links", [](Board&) {}, kNotSolved, 0, 0, 0},
+        {"9 3 3", [](Board& b) { Digits(b, 7, 3, 9, 3, 3); }, kNotSolved, 0, 0, 0},
+        {"3 3 9", [](Board& b) { Digits(b, 7, 3, 3, 3, 9); }, kNotSolved, 0, 0, 0},
+        {"wrong link", [](Board& b) { Digits(b, 7, 3, 8, 2, 7); }, "Incorrect Math", 7, 4, -1},
+        {"square loop", [](Board& b) { SquareLoop(b, 5, 5); }, "User links may be in a loop", 0, 0, 1},
+        // a loop whose crossing node is also used four times
+        {"figure eight", [](Board& b) { SquareLoop(b, 5, 5), SquareLoop(b, 7, 7); }, "User links may be in a loop", 0,
+         0, 1},
+        {"three links at a node",
+         [](Board& b) {
+             Links(b, {{5, 3, 5, 5}, {5, 5, 5, 7}, {5, 5, 7, 5}});
+         },
+         "A node is used more than twice", 0, 0, 1},
+        {"key nodes linked, not the path",
+         [](Board& b) {
+             Links(b, {{3, 1, 3, 3}, {3, 5, 3, 7}, {3, 7, 3, 9}});
+         },
+         kNotSolved, 0, 0, 0},
+        {"exact path", PathLinks, "All Done !", 0, 0, 99},
+    };
+    for (const auto& v : cases) {
+        Board board;
+        MakeRowPuzzle(board, 4);
+        v.setUp(board);
+        const CheckResult r = CheckSolution(board);
+        EXPECT_EQ(r.message, v.message) << v.name;
+        EXPECT_EQ(std::vector<int>({r.row, r.column, r.status}), std::vector<int>({v.row, v.column, v.status}))
+            << v.name;
+    }
+}
 
 using Texts = std::vector<std::string>;
 
@@ -126,10 +119,7 @@ TEST(VerifyDisplay, MarksTheFirstWrongLinkWhileHeld)
     // A structural fault has no link to mark.
     Board loop;
     MakeRowPuzzle(loop, 4);
-    Link(loop, 5, 5, 5, 7);
-    Link(loop, 5, 7, 7, 7);
-    Link(loop, 7, 5, 7, 7);
-    Link(loop, 5, 5, 7, 5);
+    SquareLoop(loop, 5, 5);
     host.requests.clear();
     VerifyPress(host, loop);
     EXPECT_EQ(host.requests, Texts({"hide-marker", "status:User links may be in a loop"}));
@@ -149,17 +139,10 @@ TEST(VerifyDisplay, TimerTicksColourTheIndicator)
         {"wrong", [](Board& b) { Digits(b, 7, 3, 8, 2, 7); }, {green, red}},
         {"overused",
          [](Board& b) {
-             Link(b, 5, 5, 5, 7);
-             Link(b, 5, 5, 5, 3);
-             Link(b, 5, 5, 7, 5);
+             Links(b, {{5, 5, 5, 7}, {5, 5, 5, 3}, {5, 5, 7, 5}});
          },
          {green, red}},
-        {"solved",
-         [](Board& b) {
-             for (int c = 1; c < 9; c += 2)
-                 Link(b, 3, c, 3, c + 2);
-         },
-         {green, red}},
+        {"solved", PathLinks, {green, red}},
     };
     for (const auto& c : cases) {
         Board board;

@@ -13,20 +13,6 @@ using namespace tallyon;
 
 namespace {
 
-const QString kInstructions = QStringList{"* Move mouse over a cell in the middle of two nodes and",
-                                          "   left click, the two nodes will be linked",
-                                          "* Right click on a link, the link will be undone",
-                                          "* Continue adding links to build a path",
-                                          "   Make sure that links are mathematically valid - like:",
-                                          "   cannot link 8,2 and 7 OR 1,3 and 9",
-                                          "   but can link 1,2 and 3 OR 9,3 and 3",
-                                          "* Click Verify button to check the solution",
-                                          "",
-                                          "* Puzzle is solved when Start and End nodes are linked",
-                                          "   by a continuous path, the hint node is on the path",
-                                          "   and all links are mathematically valid"}
-                                  .join("\r\n");
-
 // Shows the shared box and, once it is up, runs `action` on it; returns ShowMessage's result.
 int ShowAnd(const QString& message, const QString& style, std::function<void(MsgForm&)> action)
 {
@@ -40,220 +26,189 @@ class MsgFormTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void styleGrammar_data();
-    void styleGrammar();
-    void keysMoveFocusAndOnlyEnterChooses();
-    void onlyAButtonEndsTheBox();
-    void layoutFollowsText();
-    void screenshots();
-};
-
-void MsgFormTest::initTestCase()
-{
-    MsgForm& form = MessageForm();
-    form.SetBackColour(RGB(236, 233, 216));
-    form.SetForeColour(RGB(20, 20, 20));
-    form.SetSchemeSource([] { return RGB(245, 244, 234); });
-}
-
-void MsgFormTest::styleGrammar_data()
-{
-    using Ints = QList<int>;
-    QTest::addColumn<QString>("style");
-    QTest::addColumn<QString>("captions");
-    QTest::addColumn<Ints>("codes");
-    QTest::addColumn<Ints>("icons");
-
-    QTest::newRow("empty") << ""
-                           << "Ok" << Ints{1} << Ints{};
-    QTest::newRow("icon only") << "vbquestion"
-                               << "Ok" << Ints{1} << Ints{0};
-    QTest::newRow("case and blanks") << "  vbYesNo +  VBQUESTION "
-                                     << "Yes No" << Ints{6, 7} << Ints{0};
-    QTest::newRow("ok then cancel") << "vbok+vbcancel"
-                                    << "Ok Cancel" << Ints{1, 2} << Ints{};
-    QTest::newRow("normal is 0") << "vbnormal"
-                                 << "Ok" << Ints{0} << Ints{};
-    QTest::newRow("continue is 6") << "vbcontinuecancel"
-                                   << "Continue Cancel" << Ints{6, 2} << Ints{2};
-    QTest::newRow("two icons") << "vbquestion+vbexclamation+vbok"
-                               << "Ok" << Ints{1} << Ints{0, 1};
-    QTest::newRow("unknown piece") << "vbok+vbwhatever+"
-                                   << "Ok" << Ints{1} << Ints{};
-    QTest::newRow("fourth button ignored") << "vbabortretryignore+vbcritical+vbok"
-                                           << "Abort Retry Ignore" << Ints{3, 4, 5} << Ints{4};
-}
-
-// Every button of the style, chosen once by mouse and once by Enter, returns its code.
-void MsgFormTest::styleGrammar()
-{
-    QFETCH(QString, style);
-    QFETCH(QString, captions);
-    QFETCH(QList<int>, codes);
-    QFETCH(QList<int>, icons);
-
-    for (int i = 0; i < codes.size(); ++i) {
-        QStringList seenCaptions;
-        QList<int> seenIcons;
-        const int byMouse = ShowAnd("Message text", style, [&](MsgForm& form) {
-            for (const MsgButton* b : form.cmd)
-                if (b->isVisibleTo(&form))
-                    seenCaptions << b->text();
-            for (int k = 0; k < kMessageIconCount; ++k)
-                if (form.icons[k]->isVisibleTo(&form))
-                    seenIcons << k;
-            QTest::mouseClick(form.cmd[i], Qt::LeftButton);
-        });
-        QCOMPARE(seenCaptions.join(' '), captions);
-        QCOMPARE(seenIcons, icons);
-        QCOMPARE(byMouse, codes[i]);
-        QVERIFY(!MessageForm().isVisible());
-
-        const int byEnter = ShowAnd("Message text", style, [&](MsgForm& form) {
-            form.cmd[i]->setFocus();
-            QTest::keyClick(form.cmd[i], i % 2 ? Qt::Key_Enter : Qt::Key_Return);
-        });
-        QCOMPARE(byEnter, codes[i]);
+    void initTestCase()
+    {
+        MsgForm& form = MessageForm();
+        form.SetBackColour(RGB(236, 233, 216));
+        form.SetForeColour(RGB(20, 20, 20));
+        form.SetSchemeSource([] { return RGB(245, 244, 234); });
     }
-}
 
-void MsgFormTest::keysMoveFocusAndOnlyEnterChooses()
-{
-    QStringList focusTrail;
-    bool stayedOpen = false;
-    bool everChecked = false;
-    const int result = ShowAnd("Keys", "vbyesnocancel", [&](MsgForm& form) {
-        QApplication::setActiveWindow(&form);
-        auto trail = [&] {
-            auto* focused = qobject_cast<QPushButton*>(QApplication::focusWidget());
-            focusTrail << (focused ? focused->text() : QString());
+    void styleGrammar_data()
+    {
+        using Ints = QList<int>;
+        QTest::addColumn<QString>("style");
+        QTest::addColumn<QString>("captions");
+        QTest::addColumn<Ints>("codes");
+        QTest::addColumn<Ints>("icons");
+
+        const auto row = [](const char* style, const char* captions, Ints codes, Ints icons) {
+            QTest::newRow(style) << QString(style) << QString(captions) << codes << icons;
         };
-        trail();
-        for (Qt::Key key : {Qt::Key_Tab, Qt::Key_Right, Qt::Key_Left}) {
-            QTest::keyClick(QApplication::focusWidget(), key);
+        row("", "Ok", {1}, {});
+        row("vbquestion", "Ok", {1}, {0});
+        row("  vbYesNo +  VBQUESTION ", "Yes No", {6, 7}, {0}); // case and blanks
+        row("vbok+vbcancel", "Ok Cancel", {1, 2}, {});
+        row("vbnormal", "Ok", {0}, {});
+        row("vbcontinuecancel", "Continue Cancel", {6, 2}, {2});
+        row("vbquestion+vbexclamation+vbok", "Ok", {1}, {0, 1});
+        row("vbok+vbwhatever+", "Ok", {1}, {});                                          // an unknown piece
+        row("vbabortretryignore+vbcritical+vbok", "Abort Retry Ignore", {3, 4, 5}, {4}); // a fourth button ignored
+    }
+
+    // Every button of the style, chosen once by mouse and once by Enter, returns its code.
+    void styleGrammar()
+    {
+        QFETCH(QString, style);
+        QFETCH(QString, captions);
+        QFETCH(QList<int>, codes);
+        QFETCH(QList<int>, icons);
+
+        for (int i = 0; i < codes.size(); ++i) {
+            QStringList seenCaptions;
+            QList<int> seenIcons;
+            const int byMouse = ShowAnd("Message text", style, [&](MsgForm& form) {
+                for (const MsgButton* b : form.cmd)
+                    if (b->isVisibleTo(&form))
+                        seenCaptions << b->text();
+                for (int k = 0; k < kMessageIconCount; ++k)
+                    if (form.icons[k]->isVisibleTo(&form))
+                        seenIcons << k;
+                QTest::mouseClick(form.cmd[i], Qt::LeftButton);
+            });
+            QCOMPARE(seenCaptions.join(' '), captions);
+            QCOMPARE(seenIcons, icons);
+            QCOMPARE(byMouse, codes[i]);
+            QVERIFY(!MessageForm().isVisible());
+
+            const int byEnter = ShowAnd("Message text", style, [&](MsgForm& form) {
+                form.cmd[i]->setFocus();
+                QTest::keyClick(form.cmd[i], i % 2 ? Qt::Key_Enter : Qt::Key_Return);
+            });
+            QCOMPARE(byEnter, codes[i]);
+        }
+    }
+
+    void keysMoveFocusAndOnlyEnterChooses()
+    {
+        QStringList focusTrail;
+        bool stayedOpen = false;
+        bool everChecked = false;
+        const int result = ShowAnd("Keys", "vbyesnocancel", [&](MsgForm& form) {
+            QApplication::setActiveWindow(&form);
+            auto trail = [&] {
+                auto* focused = qobject_cast<QPushButton*>(QApplication::focusWidget());
+                focusTrail << (focused ? focused->text() : QString());
+            };
             trail();
-        }
-        for (Qt::Key key : {Qt::Key_Space, Qt::Key_Escape, Qt::Key_A, Qt::Key_Y}) {
-            QTest::keyClick(QApplication::focusWidget(), key);
-            for (const MsgButton* b : form.cmd)
-                everChecked = everChecked || b->isChecked();
-        }
-        stayedOpen = form.isVisible();
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    });
-    QCOMPARE(focusTrail, (QStringList{"Yes", "No", "Cancel", "No"}));
-    QVERIFY2(stayedOpen, "Space, Escape and letters must not close the box");
-    QVERIFY(!everChecked);
-    QCOMPARE(result, 7);
-}
-
-// The frame has no close control, and a close asked for in another way is refused: after an
-// earlier "Yes", a closed "Exit?" box must not answer "Yes" again.
-void MsgFormTest::onlyAButtonEndsTheBox()
-{
-    QVERIFY(!(MessageForm().windowFlags() & Qt::WindowCloseButtonHint));
-    QCOMPARE(ShowAnd("Exit?", "vbYesNo", [](MsgForm& f) { QTest::mouseClick(f.cmd[0], Qt::LeftButton); }), 6);
-    bool stayedOpen = false;
-    const int answer = ShowAnd("Exit?", "vbYesNo", [&](MsgForm& f) {
-        f.close();
-        QTest::keyClick(&f, Qt::Key_Escape);
-        stayedOpen = f.isVisible();
-        QTest::mouseClick(f.cmd[1], Qt::LeftButton);
-    });
-    QVERIFY(stayedOpen);
-    QCOMPARE(answer, 7);
-}
-
-void MsgFormTest::layoutFollowsText()
-{
-    MsgForm form;
-    const int px = kTwipsPerPixel;
-
-    form.Prepare("Exit?", "vbyesno");
-    const int oneLineButtons = form.cmd[0]->y();
-
-    form.Prepare(QString(120, QChar('W')), "vbok");
-    QVERIFY(form.Label1->width() * px > 3 * MsgForm::kButtonWidth);
-    QCOMPARE(form.width(), 2 * form.Label1->x() + form.Label1->width());
-    QVERIFY(qAbs(form.cmd[0]->geometry().center().x() - form.width() / 2) <= 1);
-
-    form.Prepare("one\r\ntwo\r\nthree", "vbok");
-    const int lineHeight = QFontMetrics(form.Label1->font()).lineSpacing();
-    QVERIFY(qAbs(form.cmd[0]->y() - oneLineButtons - 2 * lineHeight) <= 2);
-    QVERIFY(form.cmd[0]->y() > form.Label1->geometry().bottom());
-    QVERIFY2(form.Label1->text().count('\n') == 2 && !form.Label1->text().contains('\r'), "CR LF starts new lines");
-
-    // A huge name in a message (a damaged settings file's scheme) is cut with "…", and so is a
-    // run of lines that no screen could hold.
-    form.Prepare("Colour Scheme: " + QString(8 << 20, QChar('n')) + " not found", "vbok");
-    QVERIFY(form.Label1->text().size() <= 200 && form.Label1->text().endsWith(QChar(0x2026)));
-    form.Prepare(QString("line\r\n").repeated(1000), "vbok");
-    QVERIFY(form.Label1->text().count('\n') < 40 && form.Label1->text().endsWith(QChar(0x2026)));
-    QVERIFY(form.height() < 2000);
-}
-
-void MsgFormTest::screenshots()
-{
-    const struct {
-        const char* name;
-        QString message;
-        const char* style;
-    } shots[] = {
-        {"msg_exit", "Exit?", "vbYesNo+vbquestion"},
-        {"msg_instructions", kInstructions, "vbok+vbinformation"},
-        {"msg_critical", "Configuration file:\r\n/some/dir/tallyon.cfg\r\ncould not be accessed, options not saved",
-         "vbok+vbcritical"},
-        {"msg_three_buttons", "Save the changes before leaving?", "vbyesnocancel+vbexclamation"},
-    };
-    for (const auto& shot : shots)
-        ShowAnd(shot.message, shot.style, [&](MsgForm& form) {
-            const QPixmap picture = form.grab();
-            tallyon::test::SaveShot(picture, shot.name);
-            // The box's own ground in its corner, and its icon drawn in the icon's place.
-            const QImage image = picture.toImage();
-            const QColor ground = ToQColor(form.BackColour());
-            QCOMPARE(image.pixelColor(2, image.height() - 2), ground);
-            int inked = 0;
-            const QRect icon = form.icons[0]->geometry().united(form.icons[4]->geometry());
-            for (int y = icon.top(); y <= icon.bottom(); ++y)
-                for (int x = icon.left(); x <= icon.right(); ++x)
-                    inked += image.pixelColor(int(x * picture.devicePixelRatio()),
-                                              int(y * picture.devicePixelRatio())) != ground;
-            QVERIFY2(inked > icon.width() * icon.height() / 10, shot.name);
-            QTest::mouseClick(form.cmd[0], Qt::LeftButton);
+            for (Qt::Key key : {Qt::Key_Tab, Qt::Key_Right, Qt::Key_Left}) {
+                QTest::keyClick(QApplication::focusWidget(), key);
+                trail();
+            }
+            for (Qt::Key key : {Qt::Key_Space, Qt::Key_Escape, Qt::Key_A, Qt::Key_Y}) {
+                QTest::keyClick(QApplication::focusWidget(), key);
+                for (const MsgButton* b : form.cmd)
+                    everChecked = everChecked || b->isChecked();
+            }
+            stayedOpen = form.isVisible();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         });
-
-    // One box per icon slot; slot 9, the spare, has no keyword and is shown by hand.
-    const char* keywords[] = {"vbquestion", "vbexclamation", "vbinformation", "vberror", "vbcritical", "vbhappy",
-                              "vbtrash",    "vbprint",       "vblighton",     "",        "vbcustom"};
-    MsgForm box;
-    for (int i = 0; i < kMessageIconCount; ++i) {
-        box.Prepare(QString("Icon slot %1").arg(i), QString("vbok+") + keywords[i]);
-        box.icons[static_cast<std::size_t>(i)]->show();
-        tallyon::test::SaveShot(box.grab(), QString("msg_icon_%1").arg(i, 2, 10, QChar('0')));
+        QCOMPARE(focusTrail, (QStringList{"Yes", "No", "Cancel", "No"}));
+        QVERIFY2(stayedOpen, "Space, Escape and letters must not close the box");
+        QVERIFY(!everChecked);
+        QCOMPARE(result, 7);
     }
 
-    // Every icon, drawn large and as the box's pixmap.
-    QPixmap sheet(kMessageIconCount * 104, 208);
-    sheet.fill(Qt::white);
-    QPainter painter(&sheet);
-    for (int i = 0; i < kMessageIconCount; ++i) {
-        PaintMessageIcon(painter, i, QRectF(i * 104 + 4, 4, 96, 96));
-        painter.drawPixmap(i * 104 + 32, 130, MessageIconPixmap(i, 40, 1.0));
+    // The frame has no close control, and a close asked for in another way is refused: after an
+    // earlier "Yes", a closed "Exit?" box must not answer "Yes" again.
+    void onlyAButtonEndsTheBox()
+    {
+        QVERIFY(!(MessageForm().windowFlags() & Qt::WindowCloseButtonHint));
+        QCOMPARE(ShowAnd("Exit?", "vbYesNo", [](MsgForm& f) { QTest::mouseClick(f.cmd[0], Qt::LeftButton); }), 6);
+        bool stayedOpen = false;
+        const int answer = ShowAnd("Exit?", "vbYesNo", [&](MsgForm& f) {
+            f.close();
+            QTest::keyClick(&f, Qt::Key_Escape);
+            stayedOpen = f.isVisible();
+            QTest::mouseClick(f.cmd[1], Qt::LeftButton);
+        });
+        QVERIFY(stayedOpen);
+        QCOMPARE(answer, 7);
     }
-    painter.end();
-    tallyon::test::SaveShot(sheet, "msg_icon_sheet");
-    // Every icon puts ink in its cell, large and small.
-    const QImage image = sheet.toImage();
-    for (int i = 0; i < kMessageIconCount; ++i) {
-        int large = 0, small = 0;
-        for (int y = 0; y < 208; ++y)
-            for (int x = i * 104; x < i * 104 + 104; ++x)
-                (y < 104 ? large : small) += image.pixelColor(x, y) != QColor(Qt::white);
-        QVERIFY2(large > 500 && small > 100, qPrintable(QString("icon %1").arg(i)));
+
+    void layoutFollowsText()
+    {
+        MsgForm form;
+        const int px = kTwipsPerPixel;
+
+        form.Prepare("Exit?", "vbyesno");
+        const int oneLineButtons = form.cmd[0]->y();
+
+        form.Prepare(QString(120, QChar('W')), "vbok");
+        QVERIFY(form.Label1->width() * px > 3 * MsgForm::kButtonWidth);
+        QCOMPARE(form.width(), 2 * form.Label1->x() + form.Label1->width());
+        QVERIFY(qAbs(form.cmd[0]->geometry().center().x() - form.width() / 2) <= 1);
+
+        form.Prepare("one\r\ntwo\r\nthree", "vbok");
+        const int lineHeight = QFontMetrics(form.Label1->font()).lineSpacing();
+        QVERIFY(qAbs(form.cmd[0]->y() - oneLineButtons - 2 * lineHeight) <= 2);
+        QVERIFY(form.cmd[0]->y() > form.Label1->geometry().bottom());
+        QVERIFY2(form.Label1->text().count('\n') == 2 && !form.Label1->text().contains('\r'), "CR LF starts new lines");
+
+        // A huge name in a message (a damaged settings file's scheme) is cut with "…", and so is a
+        // run of lines that no screen could hold.
+        form.Prepare("Colour Scheme: " + QString(8 << 20, QChar('n')) + " not found", "vbok");
+        QVERIFY(form.Label1->text().size() <= 200 && form.Label1->text().endsWith(QChar(0x2026)));
+        form.Prepare(QString("line\r\n").repeated(1000), "vbok");
+        QVERIFY(form.Label1->text().count('\n') < 40 && form.Label1->text().endsWith(QChar(0x2026)));
+        QVERIFY(form.height() < 2000);
     }
-}
+
+    // Boxes of every kind, saved for review: the box's own ground in its corner and its icon
+    // drawn in the icon's place. Every icon, large and as the box's pixmap, puts ink in its cell.
+    void screenshots()
+    {
+        const char* shots[][3] = {
+            {"msg_exit", "Exit?", "vbYesNo+vbquestion"},
+            {"msg_critical", "Configuration file:\r\n/some/dir/tallyon.cfg\r\ncould not be accessed, options not saved",
+             "vbok+vbcritical"},
+            {"msg_three_buttons", "Save the changes\r\nbefore leaving?", "vbyesnocancel+vbexclamation"},
+        };
+        for (const auto& [name, message, style] : shots)
+            ShowAnd(message, style, [name = name](MsgForm& form) {
+                const QPixmap picture = form.grab();
+                tallyon::test::SaveShot(picture, name);
+                const QImage image = picture.toImage().scaled(form.size());
+                const QColor ground = ToQColor(form.BackColour());
+                QCOMPARE(image.pixelColor(2, image.height() - 2), ground);
+                const QRect icon = form.icons[0]->geometry().united(form.icons[4]->geometry());
+                int inked = 0;
+                for (int y = icon.top(); y <= icon.bottom(); ++y)
+                    for (int x = icon.left(); x <= icon.right(); ++x)
+                        inked += image.pixelColor(x, y) != ground;
+                QVERIFY2(inked > icon.width() * icon.height() / 10, name);
+                QTest::mouseClick(form.cmd[0], Qt::LeftButton);
+            });
+
+        QPixmap sheet(kMessageIconCount * 104, 208);
+        sheet.fill(Qt::white);
+        QPainter painter(&sheet);
+        for (int i = 0; i < kMessageIconCount; ++i) {
+            PaintMessageIcon(painter, i, QRectF(i * 104 + 4, 4, 96, 96));
+            painter.drawPixmap(i * 104 + 32, 130, MessageIconPixmap(i, 40, 1.0));
+        }
+        painter.end();
+        tallyon::test::SaveShot(sheet, "msg_icon_sheet");
+        const QImage image = sheet.toImage();
+        for (int i = 0; i < kMessageIconCount; ++i) {
+            int large = 0, small = 0;
+            for (int y = 0; y < 208; ++y)
+                for (int x = i * 104; x < i * 104 + 104; ++x)
+                    (y < 104 ? large : small) += image.pixelColor(x, y) != QColor(Qt::white);
+            QVERIFY2(large > 500 && small > 100, qPrintable(QString("icon %1").arg(i)));
+        }
+    }
+};
 
 QTEST_MAIN(MsgFormTest)
 #include "msg_form_test.moc"

@@ -41,134 +41,127 @@ class Form1KeysTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void typesAPuzzleStartedFromItsCode();
-    void undoThenRedoGivesBackTheSamePixels();
-    void tabAndSpacePressTheFocusedControlInEveryScheme();
-    void damagedCodeIsExplainedAndTheBoardStaysEmpty();
-    void clipboardHoldsTheCodeBesideThePicture();
-    void shortcutsReachTheMenuInstructionsAndPrint();
-};
-
-void Form1KeysTest::typesAPuzzleStartedFromItsCode()
-{
-    Form1Fixture f;
-    const std::string code = MadeCode(5, kSideLeft);
-    QVERIFY(f.window.LoadPuzzleCode(QString::fromStdString(code)));
-    QCOMPARE(f.label("Label7")->text(), QString("Puzzle Created"));
-    QCOMPARE(f.label("Label4")->text(), QString("7x7")); // the next size is the settings' own
-    const Board& b = f.window.board();
-    QCOMPARE(EncodePuzzleCode(b), code);
-    for (std::size_t i = 2; i < b.List2.size(); i += 2)
-        QTest::keyClick(&f.window, ArrowBetween(b, std::stoi(b.List2[i - 2]), std::stoi(b.List2[i])),
-                        Qt::ShiftModifier);
-    f.Shot("form1-keys-typed-path");
-    // The ring around the cursor, now on End, in the link colour.
-    const int x = b.CellX(b.CellRow[b.EndNode], b.CellCol[b.EndNode]) / kTwipsPerPixel;
-    const int y = b.CellY(b.CellRow[b.EndNode], b.CellCol[b.EndNode]) / kTwipsPerPixel;
-    const int half = int(0.4 * b.CellPitch / kTwipsPerPixel);
-    QCOMPARE(f.BoardImage().pixelColor(x - 2, y - half), QColor(128, 0, 0));
-
-    QTest::keyPress(&f.window, Qt::Key_V);
-    QCOMPARE(f.label("Label7")->text(), QString("All Done !"));
-    QTest::keyPress(&f.window, Qt::Key_V, Qt::NoModifier); // held: the repeat changes nothing
-    QTest::keyRelease(&f.window, Qt::Key_V);
-    QCOMPARE(f.label("Label7")->text(), QString());
-}
-
-void Form1KeysTest::undoThenRedoGivesBackTheSamePixels()
-{
-    Form1Fixture f;
-    f.SetStartSide(1);
-    f.NewPuzzle();
-    const Board& b = f.window.board();
-    for (std::size_t i = 2; i <= 8; i += 2)
-        QTest::keyClick(&f.window, ArrowBetween(b, std::stoi(b.List2[i - 2]), std::stoi(b.List2[i])),
-                        Qt::ShiftModifier);
-    const QImage before = f.BoardImage();
-    QTest::keyClick(&f.window, Qt::Key_Z, Qt::ControlModifier);
-    QVERIFY(f.BoardImage() != before);
-    QCOMPARE(f.window.playState().undolist.size(), size_t(3));
-    QTest::keyClick(&f.window, Qt::Key_Y, Qt::ControlModifier);
-    QCOMPARE(f.BoardImage(), before);
-    QTest::keyClick(&f.window, Qt::Key_Z, Qt::ControlModifier);
-    QTest::keyClick(&f.window, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-    QCOMPARE(f.BoardImage(), before);
-    QCOMPARE(f.window.playState().undolist.size(), size_t(4));
-}
-
-// Tab walks the buttons and the two labels; Space on New Puzzle makes a puzzle and on the
-// grid-size label steps the size. The focus shows as a frame in the caption's colour, in
-// every scheme of all.col.
-void Form1KeysTest::tabAndSpacePressTheFocusedControlInEveryScheme()
-{
-    for (const char* scheme : {"xp.col", "Classic.col", "Blue.col", "Olive.col", "Rose.col", "Sand.col", "Mint.col",
-                               "Lavender.col", "Slate.col", "Contrast.col"}) {
-        Form1Fixture f{QString(scheme)};
-        auto* cmdnew = f.window.findChild<BoxControl*>("cmdnew");
-        QApplication::setActiveWindow(&f.window);
-        const QImage plain = cmdnew->grab().toImage(); // the window's first focus shows no frame
-        cmdnew->clearFocus();
-        cmdnew->setFocus(Qt::TabFocusReason);
-        const QImage focused = cmdnew->grab().toImage();
-        // Near the top edge, inside the bevel: dots in the caption's colour where the face was.
-        const QColor fore = ToQColor(cmdnew->ForeColor());
-        int frame = 0;
-        for (int y = 2; y < 7; ++y)
-            for (int x = 0; x < plain.width(); ++x)
-                frame += plain.pixelColor(x, y) != fore && focused.pixelColor(x, y) == fore;
-        QVERIFY2(frame > plain.width() / 4, scheme);
-        f.Shot(QString("form1-keys-focus-%1").arg(QString(scheme).chopped(4)));
-
-        QTest::keyClick(cmdnew, Qt::Key_Space);
+    void typesAPuzzleStartedFromItsCode()
+    {
+        Form1Fixture f;
+        const std::string code = MadeCode(5, kSideLeft);
+        QVERIFY(f.window.LoadPuzzleCode(QString::fromStdString(code)));
         QCOMPARE(f.label("Label7")->text(), QString("Puzzle Created"));
-        for (int i = 0; i < 5; ++i)
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(f.label("Label4")));
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-        QCOMPARE(f.label("Label4")->text(), QString("8x8"));
+        QCOMPARE(f.label("Label4")->text(), QString("7x7")); // the next size is the settings' own
+        const Board& b = f.window.board();
+        QCOMPARE(EncodePuzzleCode(b), code);
+        for (std::size_t i = 2; i < b.List2.size(); i += 2)
+            QTest::keyClick(&f.window, ArrowBetween(b, std::stoi(b.List2[i - 2]), std::stoi(b.List2[i])),
+                            Qt::ShiftModifier);
+        f.Shot("form1-keys-typed-path");
+        // The ring around the cursor, now on End, in the link colour.
+        const int x = b.CellX(b.CellRow[b.EndNode], b.CellCol[b.EndNode]) / kTwipsPerPixel;
+        const int y = b.CellY(b.CellRow[b.EndNode], b.CellCol[b.EndNode]) / kTwipsPerPixel;
+        const int half = int(0.4 * b.CellPitch / kTwipsPerPixel);
+        QCOMPARE(f.BoardImage().pixelColor(x - 2, y - half), QColor(128, 0, 0));
+
+        QTest::keyPress(&f.window, Qt::Key_V);
+        QCOMPARE(f.label("Label7")->text(), QString("All Done !"));
+        QTest::keyPress(&f.window, Qt::Key_V, Qt::NoModifier); // held: the repeat changes nothing
+        QTest::keyRelease(&f.window, Qt::Key_V);
+        QCOMPARE(f.label("Label7")->text(), QString());
     }
-}
 
-void Form1KeysTest::damagedCodeIsExplainedAndTheBoardStaysEmpty()
-{
-    Form1Fixture f;
-    std::string code = MadeCode(6, kSideTop);
-    code[20] = code[20] == 'A' ? 'B' : 'A';
-    QVERIFY(!f.window.LoadPuzzleCode(QString::fromStdString(code)));
-    QCOMPARE(f.answers.calls.size(), 1);
-    QVERIFY(f.answers.calls[0].first.startsWith("This puzzle code cannot be used:"));
-    QCOMPARE(f.answers.calls[0].second, QString("vbok+vbexclamation"));
-    QVERIFY(f.window.board().PathList.empty());
-    QCOMPARE(f.label("Label7")->text(), QString("Click Create New Puzzle to create a new puzzle"));
-    QTest::keyClick(&f.window, Qt::Key_Right, Qt::ShiftModifier); // no puzzle: the keys do nothing
-    QVERIFY(f.window.playState().undolist.empty());
-}
-
-void Form1KeysTest::clipboardHoldsTheCodeBesideThePicture()
-{
-    Form1Fixture f;
-    f.NewPuzzle();
-    f.window.findChild<QAction*>("mnuclipsol")->trigger();
-    QCOMPARE(QGuiApplication::clipboard()->text().toStdString(), EncodePuzzleCode(f.window.board()));
-    QVERIFY(!QGuiApplication::clipboard()->image().isNull());
-}
-
-void Form1KeysTest::shortcutsReachTheMenuInstructionsAndPrint()
-{
-    Form1Fixture f;
-    QTest::keyClick(&f.window, Qt::Key_F1);
-    QCOMPARE(f.answers.calls.size(), 1);
-    QCOMPARE(f.answers.calls[0].second, QString("vbok+vbinformation"));
-    QTest::keyClick(&f.window, Qt::Key_N, Qt::ControlModifier);
-    QCOMPARE(f.label("Label7")->text(), QString("Puzzle Created"));
-    if (QPrinterInfo::defaultPrinter().isNull()) { // no printer: the page goes to the PDF fallback
-        f.answers.next = 6;
-        QTest::keyClick(&f.window, Qt::Key_P, Qt::ControlModifier);
-        QVERIFY(QFile::exists(f.dir.path() + "/" + kPrintFileName));
+    void undoThenRedoGivesBackTheSamePixels()
+    {
+        Form1Fixture f;
+        f.SetStartSide(1);
+        f.NewPuzzle();
+        const Board& b = f.window.board();
+        for (std::size_t i = 2; i <= 8; i += 2)
+            QTest::keyClick(&f.window, ArrowBetween(b, std::stoi(b.List2[i - 2]), std::stoi(b.List2[i])),
+                            Qt::ShiftModifier);
+        const QImage before = f.BoardImage();
+        QTest::keyClick(&f.window, Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(f.BoardImage() != before);
+        QCOMPARE(f.window.playState().undolist.size(), size_t(3));
+        QTest::keyClick(&f.window, Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(f.BoardImage(), before);
+        QTest::keyClick(&f.window, Qt::Key_Z, Qt::ControlModifier);
+        QTest::keyClick(&f.window, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(f.BoardImage(), before);
+        QCOMPARE(f.window.playState().undolist.size(), size_t(4));
     }
-    QTest::keyClick(&f.window, Qt::Key_F, Qt::AltModifier);
-    QCOMPARE(f.window.menuBar()->activeAction(), f.window.findChild<QMenu*>("mnuzerosum")->menuAction());
-}
+
+    // Tab walks the buttons and the two labels; Space on New Puzzle makes a puzzle and on the
+    // grid-size label steps the size. The focus shows as a frame in the caption's colour, in
+    // every scheme of all.col.
+    void tabAndSpacePressTheFocusedControlInEveryScheme()
+    {
+        for (const char* scheme : {"xp.col", "Classic.col", "Blue.col", "Olive.col", "Rose.col", "Sand.col", "Mint.col",
+                                   "Lavender.col", "Slate.col", "Contrast.col"}) {
+            Form1Fixture f{QString(scheme)};
+            auto* cmdnew = f.window.findChild<BoxControl*>("cmdnew");
+            QApplication::setActiveWindow(&f.window);
+            const QImage plain = cmdnew->grab().toImage(); // the window's first focus shows no frame
+            cmdnew->clearFocus();
+            cmdnew->setFocus(Qt::TabFocusReason);
+            const QImage focused = cmdnew->grab().toImage();
+            // Near the top edge, inside the bevel: dots in the caption's colour where the face was.
+            const QColor fore = ToQColor(cmdnew->ForeColor());
+            int frame = 0;
+            for (int y = 2; y < 7; ++y)
+                for (int x = 0; x < plain.width(); ++x)
+                    frame += plain.pixelColor(x, y) != fore && focused.pixelColor(x, y) == fore;
+            QVERIFY2(frame > plain.width() / 4, scheme);
+            f.Shot(QString("form1-keys-focus-%1").arg(QString(scheme).chopped(4)));
+
+            QTest::keyClick(cmdnew, Qt::Key_Space);
+            QCOMPARE(f.label("Label7")->text(), QString("Puzzle Created"));
+            for (int i = 0; i < 5; ++i)
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(f.label("Label4")));
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+            QCOMPARE(f.label("Label4")->text(), QString("8x8"));
+        }
+    }
+
+    void damagedCodeIsExplainedAndTheBoardStaysEmpty()
+    {
+        Form1Fixture f;
+        std::string code = MadeCode(6, kSideTop);
+        code[20] = code[20] == 'A' ? 'B' : 'A';
+        QVERIFY(!f.window.LoadPuzzleCode(QString::fromStdString(code)));
+        QCOMPARE(f.answers.calls.size(), 1);
+        QVERIFY(f.answers.calls[0].first.startsWith("This puzzle code cannot be used:"));
+        QCOMPARE(f.answers.calls[0].second, QString("vbok+vbexclamation"));
+        QVERIFY(f.window.board().PathList.empty());
+        QCOMPARE(f.label("Label7")->text(), QString("Click Create New Puzzle to create a new puzzle"));
+        QTest::keyClick(&f.window, Qt::Key_Right, Qt::ShiftModifier); // no puzzle: the keys do nothing
+        QVERIFY(f.window.playState().undolist.empty());
+    }
+
+    void clipboardHoldsTheCodeBesideThePicture()
+    {
+        Form1Fixture f;
+        f.NewPuzzle();
+        f.window.findChild<QAction*>("mnuclipsol")->trigger();
+        QCOMPARE(QGuiApplication::clipboard()->text().toStdString(), EncodePuzzleCode(f.window.board()));
+        QVERIFY(!QGuiApplication::clipboard()->image().isNull());
+    }
+
+    void shortcutsReachTheMenuInstructionsAndPrint()
+    {
+        Form1Fixture f;
+        QTest::keyClick(&f.window, Qt::Key_F1);
+        QCOMPARE(f.answers.calls.size(), 1);
+        QCOMPARE(f.answers.calls[0].second, QString("vbok+vbinformation"));
+        QTest::keyClick(&f.window, Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(f.label("Label7")->text(), QString("Puzzle Created"));
+        if (QPrinterInfo::defaultPrinter().isNull()) { // no printer: the page goes to the PDF fallback
+            f.answers.next = 6;
+            QTest::keyClick(&f.window, Qt::Key_P, Qt::ControlModifier);
+            QVERIFY(QFile::exists(f.dir.path() + "/" + kPrintFileName));
+        }
+        QTest::keyClick(&f.window, Qt::Key_F, Qt::AltModifier);
+        QCOMPARE(f.window.menuBar()->activeAction(), f.window.findChild<QMenu*>("mnuzerosum")->menuAction());
+    }
+};
 
 QTEST_MAIN(Form1KeysTest)
 #include "form1_keys_test.moc"

@@ -25,195 +25,6 @@
 using namespace tallyon;
 using namespace tallyon::testing;
 
-class Form1Test : public QObject {
-    Q_OBJECT
-
-private slots:
-    void startUpShowsEmptyBoardAndPrompt();
-    void exactPathOfLeftPuzzleIsSolved();
-    void wrongLinkShowsIncorrectMathWithMarker();
-    void undoAndResetSequences();
-    void gridSizeAndStartSideLabelsCycle();
-    void solutionShowsOnlyWhileHeld();
-    void exitAskedNoThenYesSavesSettings();
-    void closeBoxLeavesConfigUnchanged();
-    void boardsOfEverySizeAndSchemeLookRight();
-    void applyRecoloursEveryButtonAtOnce();
-    void printAndClipboardUseTheBoardFont();
-    void missingSchemeStartsInTheXpLook();
-    void startUpWithOddSettingFiles_data();
-    void startUpWithOddSettingFiles();
-};
-
-void Form1Test::startUpShowsEmptyBoardAndPrompt()
-{
-    Form1Fixture f;
-    QCOMPARE(f.label("Label7")->text(), QString("Click Create New Puzzle to create a new puzzle"));
-    QCOMPARE(f.label("Label4")->text(), QString("7x7"));
-    QCOMPARE(f.window.windowTitle(), QString("Tallyon"));
-    QVERIFY(f.window.board().List2.empty());
-    QVERIFY(f.answers.calls.isEmpty()); // tallyon.cfg was present: no message
-    f.Shot("form1-startup");
-}
-
-void Form1Test::exactPathOfLeftPuzzleIsSolved()
-{
-    Form1Fixture f;
-    f.SetStartSide(1);
-    f.NewPuzzle();
-    QCOMPARE(f.label("Label7")->text(), QString("Puzzle Created"));
-    const Board& b = f.window.board();
-    QCOMPARE(b.StartSide, 1);
-    f.LinkPath(2);
-    f.Tick();
-    QCOMPARE(f.IndicatorColour(), QColor(10, 200, 10)); // correct so far, not solved
-    f.LinkPath(b.List2.size());
-    f.PressVerify();
-    QCOMPARE(f.label("Label7")->text(), QString("All Done !"));
-    f.ReleaseVerify();
-    QCOMPARE(f.label("Label7")->text(), QString());
-    f.Tick();
-    QCOMPARE(f.IndicatorColour(), QColor(240, 0, 0)); // a solved board shows red
-    f.Shot("form1-solved-left");
-}
-
-void Form1Test::wrongLinkShowsIncorrectMathWithMarker()
-{
-    Form1Fixture f;
-    f.SetStartSide(1);
-    f.NewPuzzle();
-    const auto [row, col] = f.FindInvalidLinkCell();
-    QVERIFY(row > 0);
-    f.ClickCell(row, col, Qt::LeftButton);
-    f.PressVerify();
-    QCOMPARE(f.label("Label7")->text(), QString("Incorrect Math"));
-    QWidget* marker = f.window.findChild<QWidget*>("errorMarker");
-    QVERIFY(marker->isVisible());
-    const Board& b = f.window.board();
-    const QPoint centre = marker->geometry().center();
-    QVERIFY(qAbs(centre.x() - b.CellX(row, col) / 15) <= 2);
-    QVERIFY(qAbs(centre.y() - b.CellY(row, col) / 15) <= 2);
-    f.Shot("form1-error-marker");
-    f.ReleaseVerify();
-    QVERIFY(!marker->isVisible());
-    f.Tick();
-    QCOMPARE(f.IndicatorColour(), QColor(240, 0, 0));
-}
-
-// The undo button: a left release undoes the newest link, a right release asks before it
-// clears every link; the history outlives a new puzzle.
-void Form1Test::undoAndResetSequences()
-{
-    Form1Fixture f;
-    f.SetStartSide(1);
-    f.NewPuzzle();
-    PlayState& play = f.window.playState();
-    for (int k : {1, 3, 5}) {
-        const auto [r, c] = f.PathLinkCell(k);
-        f.ClickCell(r, c, Qt::LeftButton);
-    }
-    f.Release("undoman", Qt::LeftButton);
-    QCOMPARE(play.undolist.size(), size_t(2));
-    QCOMPARE(f.TotalDegree(), 4);
-    f.answers.next = 6;
-    f.Release("undoman", Qt::RightButton);
-    QCOMPARE(f.answers.calls.last().first, QString("Clear all user entries?"));
-    QCOMPARE(f.TotalDegree(), 0);
-    f.NewPuzzle();
-    QCOMPARE(play.undolist.size(), size_t(1));
-}
-
-void Form1Test::gridSizeAndStartSideLabelsCycle()
-{
-    Form1Fixture f;
-    QLabel* size = f.label("Label4");
-    QLabel* side = f.label("Label6");
-    // The stepping itself is play's; here, each button reaches it and the captions follow.
-    f.ClickLabel("Label4", Qt::LeftButton);
-    QCOMPARE(size->text(), QString("8x8"));
-    f.ClickLabel("Label4", Qt::RightButton);
-    f.ClickLabel("Label4", Qt::RightButton);
-    QCOMPARE(size->text(), QString("6x6"));
-    QCOMPARE(side->text(), QString("Random")); // the file's path direction 0
-    f.ClickLabel("Label6", Qt::LeftButton);
-    QCOMPARE(side->text(), QString("Left"));
-    f.ClickLabel("Label6", Qt::RightButton);
-    f.ClickLabel("Label6", Qt::RightButton);
-    QCOMPARE(side->text(), QString("Top"));
-
-    // On a built 7x7 puzzle the labels set the next puzzle only: a click just right of the
-    // board, at the height of row 1, offers and links nothing.
-    f.SetGridSize(7);
-    f.SetStartSide(1);
-    f.NewPuzzle();
-    const QImage before = f.BoardImage();
-    const size_t records = f.window.playState().undolist.size();
-    const auto copied = [&f] {
-        f.window.findChild<QAction*>("mnuclipsol")->trigger();
-        return QGuiApplication::clipboard()->image();
-    };
-    const QImage copiedBefore = copied();
-    f.ClickLabel("Label4", Qt::LeftButton);
-    f.ClickLabel("Label6", Qt::LeftButton);
-    QCOMPARE(size->text(), QString("8x8"));
-    const Board& b = f.window.board();
-    QCOMPARE(b.BoardSpan, 15);
-    QCOMPARE(b.StartSide, int(kSideLeft));
-    f.ClickAt(QPointF((b.CellX(1, b.BoardSpan) + b.CellPitch) / 15.0, b.CellY(1, 1) / 15.0), Qt::LeftButton);
-    QVERIFY2(!f.label("Label7")->text().startsWith("Use"), qPrintable(f.label("Label7")->text()));
-    QCOMPARE(f.window.playState().undolist.size(), records);
-    QCOMPARE(f.BoardImage(), before);
-    // A full redraw and the clipboard picture keep the "X"s beside Start and End, where the
-    // puzzle starts.
-    f.window.findChild<QPushButton*>("Command2")->click();
-    QCOMPARE(f.BoardImage(), before);
-    QCOMPARE(copied(), copiedBefore);
-}
-
-void Form1Test::solutionShowsOnlyWhileHeld()
-{
-    Form1Fixture f;
-    f.Press("cmdshowsol");
-    QCOMPARE(f.label("Label7")->text(), QString("Click Create New Puzzle to create a new puzzle"));
-    f.Release("cmdshowsol", Qt::LeftButton);
-    f.SetStartSide(2);
-    f.NewPuzzle();
-    const QImage before = f.BoardImage();
-    f.Press("cmdshowsol");
-    QCOMPARE(f.label("Label7")->text(), QString("Solution ..."));
-    QVERIFY(f.BoardImage() != before);
-    f.Shot("form1-solution-held");
-    f.Release("cmdshowsol", Qt::LeftButton);
-    QCOMPARE(f.label("Label7")->text(), QString());
-    QCOMPARE(f.BoardImage(), before);
-}
-
-void Form1Test::exitAskedNoThenYesSavesSettings()
-{
-    Form1Fixture f;
-    f.ClickLabel("Label4", Qt::LeftButton); // 8x8
-    f.answers.next = 7;
-    f.window.ExitCommand();
-    QCOMPARE(f.answers.calls.last(), qMakePair(QString("Exit?"), QString("vbYesNo+vbquestion")));
-    QVERIFY(f.window.isVisible());
-    QCOMPARE(f.ConfigText(), f.initialConfig);
-    f.answers.next = 6;
-    f.window.ExitCommand();
-    QVERIFY(!f.window.isVisible());
-    QVERIFY(f.ConfigText().startsWith(" 8 "));
-}
-
-void Form1Test::closeBoxLeavesConfigUnchanged()
-{
-    Form1Fixture f;
-    f.ClickLabel("Label4", Qt::LeftButton);
-    f.ClickLabel("Label6", Qt::LeftButton);
-    f.window.close();
-    QVERIFY(!f.window.isVisible());
-    QCOMPARE(f.ConfigText(), f.initialConfig);
-    QVERIFY(f.answers.calls.isEmpty());
-}
-
 namespace {
 
 // The board picture's pixels around a point given in twips, within a square `half` twips
@@ -234,191 +45,338 @@ int PixelsNear(const QImage& image, int x, int y, int half, QColor colour)
 
 } // namespace
 
-// At every size and from both sides the "X"s sit outside the board beside Start and End;
-// in every scheme the ground is the scheme's and the player's links show in the link colour.
-void Form1Test::boardsOfEverySizeAndSchemeLookRight()
-{
-    const QColor red(240, 0, 0);
-    for (int size : {4, 7, 10})
-        for (int side : {1, 2}) {
-            Form1Fixture f;
-            f.SetGridSize(size);
-            f.SetStartSide(side);
-            f.NewPuzzle();
-            const Board& b = f.window.board();
-            QCOMPARE(b.GridSize, size);
-            f.Shot(QString("form1-puzzle-%1x%1-%2").arg(size).arg(side == 1 ? "left" : "top"));
-            const QImage image = f.BoardImage();
-            const int sx = b.CellX(b.CellRow[b.StartNode], b.CellCol[b.StartNode]);
-            const int sy = b.CellY(b.CellRow[b.StartNode], b.CellCol[b.StartNode]);
-            const int ex = b.CellX(b.CellRow[b.EndNode], b.CellCol[b.EndNode]);
-            const int ey = b.CellY(b.CellRow[b.EndNode], b.CellCol[b.EndNode]);
-            const int away = b.CellPitch, half = b.CellPitch / 3;
-            if (side == 1) {
-                QVERIFY(PixelsNear(image, sx - away, sy, half, red) > 5 &&
-                        PixelsNear(image, ex + away, ey, half, red) > 5);
-                QCOMPARE(PixelsNear(image, sx, sy - away, half, red), 0);
-            } else {
-                QVERIFY(PixelsNear(image, sx, sy - away, half, red) > 5 &&
-                        PixelsNear(image, ex, ey + away, half, red) > 5);
-                QCOMPARE(PixelsNear(image, sx - away, sy, half, red), 0);
-            }
-            if (size == 7 && side == 1) {
-                f.LinkPath(b.List2.size() / 2);
-                f.Shot("form1-half-built-path");
-            }
-        }
-    for (const char* scheme : {"xp.col", "Slate.col", "Contrast.col"}) {
-        Form1Fixture f{QString(scheme)};
+class Form1Test : public QObject {
+    Q_OBJECT
+
+private slots:
+    void exactPathOfLeftPuzzleIsSolved()
+    {
+        Form1Fixture f;
         f.SetStartSide(1);
         f.NewPuzzle();
-        f.LinkPath(9);
-        f.Shot("form1-scheme-" + QString(scheme).chopped(4));
+        QCOMPARE(f.label("Label7")->text(), QString("Puzzle Created"));
         const Board& b = f.window.board();
-        const QImage image = f.BoardImage();
-        QCOMPARE(image.pixelColor(1, 1), ToQColor(f.state.SchemeColours[kSchemeBackground]));
-        // A quarter of the way along the first link, clear of its digits.
-        const int from = std::stoi(b.List2[0]), to = std::stoi(b.List2[2]);
-        const int x = (3 * b.CellX(b.CellRow[from], b.CellCol[from]) + b.CellX(b.CellRow[to], b.CellCol[to])) / 4;
-        const int y = (3 * b.CellY(b.CellRow[from], b.CellCol[from]) + b.CellY(b.CellRow[to], b.CellCol[to])) / 4;
-        QVERIFY(PixelsNear(image, x, y, 15, QColor(128, 0, 0)) > 0);
+        QCOMPARE(b.StartSide, 1);
+        f.LinkPath(2);
+        f.Tick();
+        QCOMPARE(f.IndicatorColour(), QColor(10, 200, 10)); // correct so far, not solved
+        f.LinkPath(b.List2.size());
+        f.PressVerify();
+        QCOMPARE(f.label("Label7")->text(), QString("All Done !"));
+        f.ReleaseVerify();
+        QCOMPARE(f.label("Label7")->text(), QString());
+        f.Tick();
+        QCOMPARE(f.IndicatorColour(), QColor(240, 0, 0)); // a solved board shows red
+        f.Shot("form1-solved-left");
     }
-}
 
-// Options > Apply with another scheme reaches the main window: every box button shows the
-// new control colour at once, before it is pressed.
-void Form1Test::applyRecoloursEveryButtonAtOnce()
-{
-    Form1Fixture f("xp.col");
-    const char* names[] = {"cmdnew", "cmdshowsol", "cmdhelp", "cmdverify", "undoman"};
-    const QColor before = f.window.findChild<BoxControl*>("cmdnew")->grab().toImage().pixelColor(6, 6);
-    // File > Options, the scheme "Slate" clicked, Apply, Close.
-    Form6* options = f.window.findChild<Form6*>();
-    QVERIFY(options);
-    f.state.PreviewSchemesFile = f.dir.path() + "/all.col";
-    QTimer::singleShot(0, options, [options] {
-        QListWidgetItem* slate = options->List1->findItems("Slate", Qt::MatchExactly).value(0);
-        QTest::mouseClick(options->List1->viewport(), Qt::LeftButton, {},
-                          options->List1->visualItemRect(slate).center());
-        QTest::mouseClick(options->command1, Qt::LeftButton);
-        QTest::mouseClick(options->command2, Qt::LeftButton);
-    });
-    f.window.findChild<QAction*>("mnuopts")->trigger();
-    QCOMPARE(f.state.settings.SchemeFile, QString("Slate.col"));
-    const QColor control = ToQColor(f.state.SchemeColours[kSchemeControl]);
-    QVERIFY(control != before);
-    for (const char* name : names) {
-        const QImage face = f.window.findChild<BoxControl*>(name)->grab().toImage();
-        QCOMPARE(face.pixelColor(6, 6), control);
-        QCOMPARE(face.pixelColor(face.width() - 7, face.height() - 7), control);
+    void wrongLinkShowsIncorrectMathWithMarker()
+    {
+        Form1Fixture f;
+        f.SetStartSide(1);
+        f.NewPuzzle();
+        const auto [row, col] = f.FindInvalidLinkCell();
+        QVERIFY(row > 0);
+        f.ClickCell(row, col, Qt::LeftButton);
+        f.PressVerify();
+        QCOMPARE(f.label("Label7")->text(), QString("Incorrect Math"));
+        QWidget* marker = f.window.findChild<QWidget*>("errorMarker");
+        QVERIFY(marker->isVisible());
+        const Board& b = f.window.board();
+        const QPoint centre = marker->geometry().center();
+        QVERIFY(qAbs(centre.x() - b.CellX(row, col) / 15) <= 2);
+        QVERIFY(qAbs(centre.y() - b.CellY(row, col) / 15) <= 2);
+        f.Shot("form1-error-marker");
+        f.ReleaseVerify();
+        QVERIFY(!marker->isVisible());
+        f.Tick();
+        QCOMPARE(f.IndicatorColour(), QColor(240, 0, 0));
     }
-    f.Shot("form1-after-apply-slate");
-}
 
-// The board picture's font is "Arial" (Liberation Sans here), and it is the font of the
-// clipboard picture and of the printed page.
-void Form1Test::printAndClipboardUseTheBoardFont()
-{
-    Form1Fixture f;
-    QCOMPARE(f.picture()->font().family(), QString("Arial"));
-    QCOMPARE(QFontInfo(f.picture()->font()).family(), QString("Liberation Sans"));
-    f.SetStartSide(1);
-    f.NewPuzzle();
-    f.window.findChild<QAction*>("mnuclippuz")->trigger();
-    OutputOptions options;
-    options.fontName = "Arial";
-    options.fontBold = true;
-    options.pictureWidth = f.picture()->width() * kTwipsPerPixel;
-    options.pictureHeight = f.picture()->height() * kTwipsPerPixel;
-    options.devicePixelRatio = f.picture()->devicePixelRatioF();
-    const QImage copied = QGuiApplication::clipboard()->image().convertToFormat(QImage::Format_RGB32);
-    QCOMPARE(copied, DrawBoardPicture(f.window.board(), kPuzzleMode, options).convertToFormat(QImage::Format_RGB32));
-    options.fontName = "DejaVu Sans";
-    QVERIFY(copied != DrawBoardPicture(f.window.board(), kPuzzleMode, options).convertToFormat(QImage::Format_RGB32));
+    // The undo button: a left release undoes the newest link, a right release asks before it
+    // clears every link; the history outlives a new puzzle.
+    void undoAndResetSequences()
+    {
+        Form1Fixture f;
+        f.SetStartSide(1);
+        f.NewPuzzle();
+        PlayState& play = f.window.playState();
+        for (int k : {1, 3, 5}) {
+            const auto [r, c] = f.PathLinkCell(k);
+            f.ClickCell(r, c, Qt::LeftButton);
+        }
+        f.Release("undoman", Qt::LeftButton);
+        QCOMPARE(play.undolist.size(), size_t(2));
+        QCOMPARE(f.TotalDegree(), 4);
+        f.answers.next = 6;
+        f.Release("undoman", Qt::RightButton);
+        QCOMPARE(f.answers.calls.last().first, QString("Clear all user entries?"));
+        QCOMPARE(f.TotalDegree(), 0);
+        f.NewPuzzle();
+        QCOMPARE(play.undolist.size(), size_t(1));
+    }
 
-    if (!QPrinterInfo::defaultPrinter().isNull())
-        QSKIP("a default printer takes the page; the PDF fallback is not written");
-    f.window.findChild<QAction*>("mnuprint")->trigger();
-    QFile pdf(f.dir.path() + "/" + kPrintFileName);
-    QVERIFY(pdf.open(QIODevice::ReadOnly));
-    const QByteArray bytes = pdf.readAll();
-    QVERIFY(bytes.contains("/BaseFont /") && bytes.contains("LiberationSans-Bold"));
-    QVERIFY(!bytes.contains("DejaVu"));
-}
+    // Each label steps its setting and its caption follows (the stepping itself is play's).
+    // On a built puzzle they set the next puzzle only: the board, a full redraw and the
+    // clipboard picture keep the "X"s where this puzzle starts.
+    void gridSizeAndStartSideLabelsCycle()
+    {
+        Form1Fixture f;
+        QLabel* size = f.label("Label4");
+        QLabel* side = f.label("Label6");
+        f.ClickLabel("Label4", Qt::RightButton);
+        QCOMPARE(size->text(), QString("6x6"));
+        QCOMPARE(side->text(), QString("Random")); // the file's path direction 0
+        f.ClickLabel("Label6", Qt::RightButton);
+        QCOMPARE(side->text(), QString("Top"));
+        f.SetGridSize(7);
+        f.SetStartSide(1);
+        f.NewPuzzle();
+        const QImage before = f.BoardImage();
+        const auto copied = [&f] {
+            f.window.findChild<QAction*>("mnuclipsol")->trigger();
+            return QGuiApplication::clipboard()->image();
+        };
+        const QImage copiedBefore = copied();
+        f.ClickLabel("Label4", Qt::LeftButton);
+        f.ClickLabel("Label6", Qt::LeftButton);
+        QCOMPARE(size->text(), QString("8x8"));
+        QCOMPARE(side->text(), QString("Top"));
+        QCOMPARE(f.window.board().StartSide, int(kSideLeft));
+        QCOMPARE(f.BoardImage(), before);
+        f.window.findChild<QPushButton*>("Command2")->click();
+        QCOMPARE(f.BoardImage(), before);
+        QCOMPARE(copied(), copiedBefore);
+    }
 
-// A tallyon.cfg naming a scheme that all.col lacks: the message, then the built-in xp colours
-// on the window, the buttons and the menu bar, whose caption stays readable.
-void Form1Test::missingSchemeStartsInTheXpLook()
-{
-    Form1Fixture f(QString("Gone.col"));
-    QCOMPARE(f.answers.calls.value(0),
-             qMakePair(QString("Colour Scheme: Gone.col not found"), QString("vbok+vbcritical")));
-    QCOMPARE(f.state.settings.SchemeFile, QString("xp.col"));
-    f.Shot("form1-missing-scheme");
-    const QImage shot = f.window.grab().toImage();
-    const QImage face = f.window.findChild<BoxControl*>("cmdnew")->grab().toImage();
-    QCOMPARE(shot.pixelColor(shot.width() - 3, shot.height() - 3), QColor(236, 233, 216));
-    QCOMPARE(face.pixelColor(6, 6), QColor(245, 244, 236));
-    QMenuBar* bar = f.window.menuBar();
-    const QImage menu = bar->grab().toImage();
-    QCOMPARE(menu.pixelColor(menu.width() - 3, menu.height() / 2), QColor(236, 233, 216));
-    int dark = 0; // the caption "File"
-    for (int y = 0; y < menu.height(); ++y)
-        for (int x = 0; x < 40 && x < menu.width(); ++x)
-            dark += menu.pixelColor(x, y).lightness() < 100 ? 1 : 0;
-    QVERIFY(dark > 10);
-}
+    void solutionShowsOnlyWhileHeld()
+    {
+        Form1Fixture f;
+        f.Press("cmdshowsol");
+        QCOMPARE(f.label("Label7")->text(), QString("Click Create New Puzzle to create a new puzzle"));
+        f.Release("cmdshowsol", Qt::LeftButton);
+        f.SetStartSide(2);
+        f.NewPuzzle();
+        const QImage before = f.BoardImage();
+        f.Press("cmdshowsol");
+        QCOMPARE(f.label("Label7")->text(), QString("Solution ..."));
+        QVERIFY(f.BoardImage() != before);
+        f.Shot("form1-solution-held");
+        f.Release("cmdshowsol", Qt::LeftButton);
+        QCOMPARE(f.label("Label7")->text(), QString());
+        QCOMPARE(f.BoardImage(), before);
+    }
 
-void Form1Test::startUpWithOddSettingFiles_data()
-{
-    QTest::addColumn<std::optional<QByteArray>>("config");
-    QTest::addColumn<bool>("fresh");   // the message, then the fresh-install settings written
-    QTest::addColumn<QString>("size"); // Label4
-    QTest::addColumn<QString>("side"); // Label6
-    QTest::addColumn<int>("laidFrom"); // the side a new puzzle starts on, 0 for either
-    QTest::newRow("missing") << std::optional<QByteArray>() << true << "7x7"
-                             << "Random" << 0;
-    QTest::newRow("damaged") << std::optional<QByteArray>("7 2 x\r\n") << true << "7x7"
-                             << "Random" << 0;
-    QTest::newRow("size 3") << std::optional<QByteArray>(" 3 2 1 0 0 16777215 1 128 6\r\nxp.col\r\n") << false << "7x7"
-                            << "Left" << int(kSideLeft);
-    QTest::newRow("size 11") << std::optional<QByteArray>(" 11 2 1 0 0 16777215 2 128 6\r\nxp.col\r\n") << false
-                             << "7x7"
-                             << "Top" << int(kSideTop);
-    // Direction 3, set only by the options, keeps the label's own caption and lays from the left.
-    QTest::newRow("direction 3") << std::optional<QByteArray>(" 9 2 1 0 0 16777215 3 128 6\r\nxp.col\r\n") << false
-                                 << "9x9"
-                                 << "Left" << int(kSideLeft);
-}
+    void exitAskedNoThenYesSavesSettings()
+    {
+        Form1Fixture f;
+        f.ClickLabel("Label4", Qt::LeftButton); // 8x8
+        f.answers.next = 7;
+        f.window.ExitCommand();
+        QCOMPARE(f.answers.calls.last(), qMakePair(QString("Exit?"), QString("vbYesNo+vbquestion")));
+        QVERIFY(f.window.isVisible());
+        QCOMPARE(f.ConfigText(), f.initialConfig);
+        f.answers.next = 6;
+        f.window.ExitCommand();
+        QVERIFY(!f.window.isVisible());
+        QVERIFY(f.ConfigText().startsWith(" 8 "));
+    }
 
-void Form1Test::startUpWithOddSettingFiles()
-{
-    QFETCH(std::optional<QByteArray>, config);
-    QFETCH(bool, fresh);
-    QFETCH(QString, size);
-    QFETCH(QString, side);
-    QFETCH(int, laidFrom);
-    Form1Fixture f(ConfigBytes{config});
-    const QString path = f.dir.path() + "/tallyon.cfg";
-    if (fresh) {
-        QCOMPARE(f.answers.calls.value(0),
-                 qMakePair("Configuration file:\r\n" + path + "\r\ncould not be accessed, new file will be created",
-                           QString("vbok+vbinformation")));
-        QCOMPARE(f.ConfigText(), QString(" 7  2  1  0  0  16777215  0  128  6\r\nxp.col\r\n"));
-    } else {
+    void closeBoxLeavesConfigUnchanged()
+    {
+        Form1Fixture f;
+        f.ClickLabel("Label4", Qt::LeftButton);
+        f.ClickLabel("Label6", Qt::LeftButton);
+        f.window.close();
+        QVERIFY(!f.window.isVisible());
+        QCOMPARE(f.ConfigText(), f.initialConfig);
         QVERIFY(f.answers.calls.isEmpty());
     }
-    QCOMPARE(f.label("Label4")->text(), size);
-    QCOMPARE(f.label("Label6")->text(), side);
-    QCOMPARE(f.label("Label7")->text(), QString("Click Create New Puzzle to create a new puzzle"));
-    f.NewPuzzle();
-    const Board& b = f.window.board();
-    QCOMPARE(QString::fromStdString(GridSizeText(b.GridSize)), size);
-    if (laidFrom == kSideLeft)
-        QCOMPARE(b.CellCol[b.StartNode], 1);
-    if (laidFrom == kSideTop)
-        QCOMPARE(b.CellRow[b.StartNode], 1);
-}
+
+    // At every size and from both sides the "X"s sit outside the board beside Start and End;
+    // in every scheme the ground is the scheme's and the player's links show in the link colour.
+    void boardsOfEverySizeAndSchemeLookRight()
+    {
+        const QColor red(240, 0, 0);
+        for (int size : {4, 7, 10})
+            for (int side : {1, 2}) {
+                Form1Fixture f;
+                f.SetGridSize(size);
+                f.SetStartSide(side);
+                f.NewPuzzle();
+                const Board& b = f.window.board();
+                QCOMPARE(b.GridSize, size);
+                f.Shot(QString("form1-puzzle-%1x%1-%2").arg(size).arg(side == 1 ? "left" : "top"));
+                const QImage image = f.BoardImage();
+                const auto redNear = [&](int node, int dRow, int dCol) {
+                    const int x = b.CellX(b.CellRow[node], b.CellCol[node]) + dCol * b.CellPitch;
+                    const int y = b.CellY(b.CellRow[node], b.CellCol[node]) + dRow * b.CellPitch;
+                    return PixelsNear(image, x, y, b.CellPitch / 3, red);
+                };
+                const int top = side == 2 ? 1 : 0, left = 1 - top;
+                QVERIFY(redNear(b.StartNode, -top, -left) > 5 && redNear(b.EndNode, top, left) > 5);
+                QCOMPARE(redNear(b.StartNode, -left, -top), 0);
+                if (size == 7 && side == 1) {
+                    f.LinkPath(b.List2.size() / 2);
+                    f.Shot("form1-half-built-path");
+                }
+            }
+        for (const char* scheme : {"xp.col", "Slate.col", "Contrast.col"}) {
+            Form1Fixture f{QString(scheme)};
+            f.SetStartSide(1);
+            f.NewPuzzle();
+            f.LinkPath(9);
+            f.Shot("form1-scheme-" + QString(scheme).chopped(4));
+            const Board& b = f.window.board();
+            const QImage image = f.BoardImage();
+            QCOMPARE(image.pixelColor(1, 1), ToQColor(f.state.SchemeColours[kSchemeBackground]));
+            // A quarter of the way along the first link, clear of its digits.
+            const int from = std::stoi(b.List2[0]), to = std::stoi(b.List2[2]);
+            const int x = (3 * b.CellX(b.CellRow[from], b.CellCol[from]) + b.CellX(b.CellRow[to], b.CellCol[to])) / 4;
+            const int y = (3 * b.CellY(b.CellRow[from], b.CellCol[from]) + b.CellY(b.CellRow[to], b.CellCol[to])) / 4;
+            QVERIFY(PixelsNear(image, x, y, 15, QColor(128, 0, 0)) > 0);
+        }
+    }
+
+    // Options > Apply with another scheme reaches the main window: every box button shows the
+    // new control colour at once, before it is pressed.
+    void applyRecoloursEveryButtonAtOnce()
+    {
+        Form1Fixture f("xp.col");
+        const char* names[] = {"cmdnew", "cmdshowsol", "cmdhelp", "cmdverify", "undoman"};
+        const QColor before = f.window.findChild<BoxControl*>("cmdnew")->grab().toImage().pixelColor(6, 6);
+        // File > Options, the scheme "Slate" clicked, Apply, Close.
+        Form6* options = f.window.findChild<Form6*>();
+        QVERIFY(options);
+        f.state.PreviewSchemesFile = f.dir.path() + "/all.col";
+        QTimer::singleShot(0, options, [options] {
+            QListWidgetItem* slate = options->List1->findItems("Slate", Qt::MatchExactly).value(0);
+            QTest::mouseClick(options->List1->viewport(), Qt::LeftButton, {},
+                              options->List1->visualItemRect(slate).center());
+            QTest::mouseClick(options->command1, Qt::LeftButton);
+            QTest::mouseClick(options->command2, Qt::LeftButton);
+        });
+        f.window.findChild<QAction*>("mnuopts")->trigger();
+        QCOMPARE(f.state.settings.SchemeFile, QString("Slate.col"));
+        const QColor control = ToQColor(f.state.SchemeColours[kSchemeControl]);
+        QVERIFY(control != before);
+        for (const char* name : names) {
+            const QImage face = f.window.findChild<BoxControl*>(name)->grab().toImage();
+            QCOMPARE(face.pixelColor(6, 6), control);
+            QCOMPARE(face.pixelColor(face.width() - 7, face.height() - 7), control);
+        }
+        f.Shot("form1-after-apply-slate");
+    }
+
+    // The board picture's font is "Arial" (Liberation Sans here), and it is the font of the
+    // clipboard picture and of the printed page.
+    void printAndClipboardUseTheBoardFont()
+    {
+        Form1Fixture f;
+        QCOMPARE(f.picture()->font().family(), QString("Arial"));
+        QCOMPARE(QFontInfo(f.picture()->font()).family(), QString("Liberation Sans"));
+        f.SetStartSide(1);
+        f.NewPuzzle();
+        f.window.findChild<QAction*>("mnuclippuz")->trigger();
+        OutputOptions options;
+        options.fontName = "Arial";
+        options.fontBold = true;
+        options.pictureWidth = f.picture()->width() * kTwipsPerPixel;
+        options.pictureHeight = f.picture()->height() * kTwipsPerPixel;
+        options.devicePixelRatio = f.picture()->devicePixelRatioF();
+        const QImage copied = QGuiApplication::clipboard()->image().convertToFormat(QImage::Format_RGB32);
+        QCOMPARE(copied,
+                 DrawBoardPicture(f.window.board(), kPuzzleMode, options).convertToFormat(QImage::Format_RGB32));
+        options.fontName = "DejaVu Sans";
+        QVERIFY(copied !=
+                DrawBoardPicture(f.window.board(), kPuzzleMode, options).convertToFormat(QImage::Format_RGB32));
+
+        if (!QPrinterInfo::defaultPrinter().isNull())
+            QSKIP("a default printer takes the page; the PDF fallback is not written");
+        f.window.findChild<QAction*>("mnuprint")->trigger();
+        QFile pdf(f.dir.path() + "/" + kPrintFileName);
+        QVERIFY(pdf.open(QIODevice::ReadOnly));
+        const QByteArray bytes = pdf.readAll();
+        QVERIFY(bytes.contains("/BaseFont /") && bytes.contains("LiberationSans-Bold"));
+        QVERIFY(!bytes.contains("DejaVu"));
+    }
+
+    // A tallyon.cfg naming a scheme that all.col lacks: the message, then the built-in xp colours
+    // on the window, the buttons and the menu bar, whose caption stays readable.
+    void missingSchemeStartsInTheXpLook()
+    {
+        Form1Fixture f(QString("Gone.col"));
+        QCOMPARE(f.answers.calls.value(0),
+                 qMakePair(QString("Colour Scheme: Gone.col not found"), QString("vbok+vbcritical")));
+        QCOMPARE(f.state.settings.SchemeFile, QString("xp.col"));
+        f.Shot("form1-missing-scheme");
+        const QImage shot = f.window.grab().toImage();
+        const QImage face = f.window.findChild<BoxControl*>("cmdnew")->grab().toImage();
+        QCOMPARE(shot.pixelColor(shot.width() - 3, shot.height() - 3), QColor(236, 233, 216));
+        QCOMPARE(face.pixelColor(6, 6), QColor(245, 244, 236));
+        QMenuBar* bar = f.window.menuBar();
+        const QImage menu = bar->grab().toImage();
+        QCOMPARE(menu.pixelColor(menu.width() - 3, menu.height() / 2), QColor(236, 233, 216));
+        int dark = 0; // the caption "File"
+        for (int y = 0; y < menu.height(); ++y)
+            for (int x = 0; x < 40 && x < menu.width(); ++x)
+                dark += menu.pixelColor(x, y).lightness() < 100 ? 1 : 0;
+        QVERIFY(dark > 10);
+    }
+
+    void startUpWithOddSettingFiles_data()
+    {
+        QTest::addColumn<std::optional<QByteArray>>("config");
+        QTest::addColumn<bool>("fresh");   // the message, then the fresh-install settings written
+        QTest::addColumn<QString>("size"); // Label4
+        QTest::addColumn<QString>("side"); // Label6
+        QTest::addColumn<int>("laidFrom"); // the side a new puzzle starts on, 0 for either
+        const auto row = [](const char* tag, std::optional<QByteArray> bytes, bool fresh, const char* size,
+                            const char* side, int laidFrom) {
+            QTest::newRow(tag) << bytes << fresh << QString(size) << QString(side) << laidFrom;
+        };
+        const auto file = [](const char* line1) { return QByteArray(line1) + "\r\nxp.col\r\n"; };
+        row("valid", ConfigFor("xp.col"), false, "7x7", "Random", 0);
+        row("missing", std::nullopt, true, "7x7", "Random", 0);
+        row("damaged", QByteArray("7 2 x\r\n"), true, "7x7", "Random", 0);
+        row("size 3", file(" 3 2 1 0 0 16777215 1 128 6"), false, "7x7", "Left", kSideLeft);
+        row("size 11", file(" 11 2 1 0 0 16777215 2 128 6"), false, "7x7", "Top", kSideTop);
+        // Direction 3, set only by the options, keeps the label's own caption and lays from the left.
+        row("direction 3", file(" 9 2 1 0 0 16777215 3 128 6"), false, "9x9", "Left", kSideLeft);
+    }
+
+    void startUpWithOddSettingFiles()
+    {
+        QFETCH(std::optional<QByteArray>, config);
+        QFETCH(bool, fresh);
+        QFETCH(QString, size);
+        QFETCH(QString, side);
+        QFETCH(int, laidFrom);
+        Form1Fixture f(ConfigBytes{config});
+        const QString path = f.dir.path() + "/tallyon.cfg";
+        if (fresh) {
+            QCOMPARE(f.answers.calls.value(0),
+                     qMakePair("Configuration file:\r\n" + path + "\r\ncould not be accessed, new file will be created",
+                               QString("vbok+vbinformation")));
+            QCOMPARE(f.ConfigText(), QString(" 7  2  1  0  0  16777215  0  128  6\r\nxp.col\r\n"));
+        } else {
+            QVERIFY(f.answers.calls.isEmpty());
+        }
+        QCOMPARE(f.label("Label4")->text(), size);
+        QCOMPARE(f.label("Label6")->text(), side);
+        QCOMPARE(f.label("Label7")->text(), QString("Click Create New Puzzle to create a new puzzle"));
+        QCOMPARE(f.window.windowTitle(), QString("Tallyon"));
+        QVERIFY(f.window.board().List2.empty());
+        f.Shot("form1-startup-" + QString(QTest::currentDataTag()).replace(' ', '-'));
+        f.NewPuzzle();
+        const Board& b = f.window.board();
+        QCOMPARE(QString::fromStdString(GridSizeText(b.GridSize)), size);
+        if (laidFrom == kSideLeft)
+            QCOMPARE(b.CellCol[b.StartNode], 1);
+        if (laidFrom == kSideTop)
+            QCOMPARE(b.CellRow[b.StartNode], 1);
+    }
+};
 
 QTEST_MAIN(Form1Test)
 #include "form1_test.moc"

@@ -8,6 +8,8 @@
 #include <QTest>
 #include <QTextBrowser>
 
+#include <functional>
+
 using namespace tallyon;
 
 namespace {
@@ -38,75 +40,63 @@ void FollowAnchor(Form4& form, const QString& anchor)
 
 class HelpAboutTest : public QObject {
     Q_OBJECT
+
 private slots:
-    void backForwardOnlyInsidePage();
-    void aboutClosesOn_data();
-    void aboutClosesOn();
-};
+    void backForwardOnlyInsidePage()
+    {
+        AppState state = SchemeState();
+        Form4 form(state);
+        form.show();
+        form.Navigate(QStringLiteral(TALLYON_DATA_DIR "/tallyon.htm"));
+        const QString top = form.LocationURL();
+        QVERIFY(top.endsWith(QStringLiteral("tallyon.htm")));
+        SaveScreenshot(form, QStringLiteral("help_window_top.png"));
 
-void HelpAboutTest::backForwardOnlyInsidePage()
-{
-    AppState state = SchemeState();
-    Form4 form(state);
-    form.show();
-    form.Navigate(QStringLiteral(TALLYON_DATA_DIR "/tallyon.htm"));
-    const QString top = form.LocationURL();
-    QVERIFY(top.endsWith(QStringLiteral("tallyon.htm")));
-    SaveScreenshot(form, QStringLiteral("help_window_top.png"));
+        // A fresh page: neither button moves.
+        form.Command1->click();
+        QCOMPARE(form.LocationURL(), top);
+        form.Command2->click();
+        QCOMPARE(form.LocationURL(), top);
 
-    // A fresh page: neither button moves.
-    form.Command1->click();
-    QCOMPARE(form.LocationURL(), top);
-    form.Command2->click();
-    QCOMPARE(form.LocationURL(), top);
+        FollowAnchor(form, QStringLiteral("goal"));
+        FollowAnchor(form, QStringLiteral("rule"));
+        QVERIFY(form.WebBrowser1->verticalScrollBar()->value() > 0);
+        SaveScreenshot(form, QStringLiteral("help_window_anchor.png"));
+        form.Command1->click();
+        QVERIFY(form.LocationURL().endsWith(QStringLiteral("#goal")));
+        form.Command2->click();
+        QVERIFY(form.LocationURL().endsWith(QStringLiteral("#rule")));
+        form.Command1->click();
+        form.Command1->click();
+        QCOMPARE(form.LocationURL(), top);
+        // Back at a location without "#": Forward is refused although history lies ahead.
+        form.Command2->click();
+        QCOMPARE(form.LocationURL(), top);
 
-    FollowAnchor(form, QStringLiteral("goal"));
-    FollowAnchor(form, QStringLiteral("rule"));
-    QVERIFY(form.WebBrowser1->verticalScrollBar()->value() > 0);
-    SaveScreenshot(form, QStringLiteral("help_window_anchor.png"));
-    form.Command1->click();
-    QVERIFY(form.LocationURL().endsWith(QStringLiteral("#goal")));
-    form.Command2->click();
-    QVERIFY(form.LocationURL().endsWith(QStringLiteral("#rule")));
-    form.Command1->click();
-    form.Command1->click();
-    QCOMPARE(form.LocationURL(), top);
-    // Back at a location without "#": Forward is refused although history lies ahead.
-    form.Command2->click();
-    QCOMPARE(form.LocationURL(), top);
-
-    form.Command3->click();
-    QVERIFY(!form.isVisible());
-}
-
-void HelpAboutTest::aboutClosesOn_data()
-{
-    QTest::addColumn<QString>("how");
-    QTest::newRow("OK") << QStringLiteral("ok");
-    QTest::newRow("Esc on text") << QStringLiteral("esc-text");
-    QTest::newRow("Esc on window") << QStringLiteral("esc-window");
-    QTest::newRow("click on text") << QStringLiteral("click");
-}
-
-void HelpAboutTest::aboutClosesOn()
-{
-    QFETCH(QString, how);
-    AppState state = SchemeState();
-    AboutForm form(state);
-    form.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&form));
-    if (how == QLatin1String("ok")) {
-        SaveScreenshot(form, QStringLiteral("about_window.png"));
-        form.AboutOk->click();
-    } else if (how == QLatin1String("esc-text")) {
-        QTest::keyClick(form.AboutText, Qt::Key_Escape);
-    } else if (how == QLatin1String("esc-window")) {
-        QTest::keyClick(&form, Qt::Key_Escape);
-    } else {
-        QTest::mouseClick(form.AboutText->viewport(), Qt::LeftButton, {}, QPoint(20, 20));
+        form.Command3->click();
+        QVERIFY(!form.isVisible());
     }
-    QVERIFY(!form.isVisible());
-}
+
+    // OK, Esc on the text or on the window, or a click on the text each close the about window.
+    void aboutCloses()
+    {
+        AppState state = SchemeState();
+        AboutForm form(state);
+        const std::function<void()> ways[] = {
+            [&] { form.AboutOk->click(); },
+            [&] { QTest::keyClick(form.AboutText, Qt::Key_Escape); },
+            [&] { QTest::keyClick(&form, Qt::Key_Escape); },
+            [&] { QTest::mouseClick(form.AboutText->viewport(), Qt::LeftButton, {}, QPoint(20, 20)); },
+        };
+        for (const auto& close : ways) {
+            form.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&form));
+            SaveScreenshot(form, QStringLiteral("about_window.png"));
+            close();
+            QVERIFY(!form.isVisible());
+        }
+    }
+};
 
 QTEST_MAIN(HelpAboutTest)
 #include "help_about_test.moc"
