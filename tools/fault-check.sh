@@ -65,11 +65,11 @@ else:
 PY
 }
 
-# Runs the unit tests; 0 when all pass within two minutes. A test's own time limit may be
+# Runs the unit tests, their report in tests.log; 0 when all pass within two minutes. A test's own time limit may be
 # longer than that, so a fault that makes one run on (a walk that never ends) is stopped
 # here, with every process ctest started, and counts as caught.
 run_tests() {
-  setsid bash -c "cd '$build' && exec ctest -LE e2e -j$jobs >/dev/null 2>&1" &
+  setsid bash -c "cd '$build' && exec ctest -LE e2e -j$jobs >'$scratch/tests.log' 2>&1" &
   local pid=$!
   for _ in $(seq 1200); do
     kill -0 "$pid" 2>/dev/null || { wait "$pid"; return $?; }
@@ -103,6 +103,7 @@ while IFS=$'\t' read -r file text replacement; do
   else
     caught=$((caught + 1))
     echo "  caught: $label"
+    echo "    by: $(sed -n 's/^[[:space:]]*[0-9]* - \([^ ]*\) (.*/\1/p' "$scratch/tests.log" | tr '\n' ' ')"
   fi
   cp -p "$scratch/original" "$target"
   touch "$target"
