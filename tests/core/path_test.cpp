@@ -1,4 +1,4 @@
-// The path walk: the walk's shape, its expansion, the quarter turn and the length it can reach.
+// The path walk: the walk's shape and odds, its expansion and the quarter turn.
 #include "core/generator.h"
 #include "core/path_round.h"
 #include "test_support.h"
@@ -168,53 +168,6 @@ TEST(PathWalk, TurnPathMovesTheLeftEdgeToTheTop)
     EXPECT_EQ(board->NodeValue(1, 1), 0);
     EXPECT_EQ(board->CellState(2, 9), 3);
     EXPECT_EQ(board->PathCells, (std::vector<int>{9, 18, 27, 26, 25}));
-}
-
-// Depth-first search over every walk the layer could lay: from each left-edge node, always
-// turning, ending at the first node in the last column. A node is refused when its text with
-// "," is in the list (byText), or else only when it is really on the path.
-struct WalkSearch {
-    Board& b;
-    bool byText;
-
-    // The longest expanded path list, in characters, of any walk going on from (row, col).
-    std::size_t Longest(int row, int col, int lastDr, int lastDc, std::size_t expanded)
-    {
-        if (col == b.BoardSpan)
-            return expanded;
-        std::size_t best = 0;
-        for (const auto& [dr, dc] : {std::pair{0, 2}, {0, -2}, {-2, 0}, {2, 0}}) {
-            const int nr = row + dr, nc = col + dc;
-            const std::string node = std::to_string(b.CellNo(nr, nc)) + ",";
-            if (nr < 1 || nr > b.BoardSpan || nc < 1 || (dr == lastDr && dc == lastDc) ||
-                (byText ? IsOnPath(b, nr, nc) > 0 : ("," + b.PathList).find("," + node) != std::string::npos))
-                continue;
-            const std::string link = std::to_string(b.CellNo(row + dr / 2, col + dc / 2)) + ",";
-            b.PathList += node;
-            best = std::max(best, Longest(nr, nc, dr, dc, expanded + link.size() + node.size()));
-            b.PathList.resize(b.PathList.size() - node.size());
-        }
-        return best;
-    }
-
-    std::size_t LongestFromLeftEdge()
-    {
-        std::size_t best = 0;
-        for (int row = 1; row <= b.BoardSpan; row += 2) {
-            b.PathList = std::to_string(b.CellNo(row, 1)) + ",";
-            best = std::max(best, Longest(row, 1, 0, 0, b.PathList.size()));
-        }
-        return best;
-    }
-};
-
-TEST(PathWalk, NoWalkOnTheSmallestBoardIsLongEnough)
-{
-    auto board = FreshBoard(4);
-    // The walk as laid, with the text refusal: far below the 120 characters asked for, and
-    // even a walk refusing only nodes really on the path stays below.
-    EXPECT_EQ((WalkSearch{*board, true}.LongestFromLeftEdge()), 74u);
-    EXPECT_EQ((WalkSearch{*board, false}.LongestFromLeftEdge()), 96u);
 }
 
 } // namespace

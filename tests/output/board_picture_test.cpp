@@ -109,21 +109,6 @@ private slots:
         if (side == kSideTop)
             QVERIFY(marks[0].y1 + Measure(marks[0]).height < kTop && marks[1].y1 > kTop + far);
     }
-
-    // Widths from a damaged settings file draw as a cell pitch at most, the path four times
-    // that, without overflow.
-    void hugeLineWidthsDrawAsOnePitch()
-    {
-        const auto board = MakePuzzle(9, kSideTop);
-        OutputOptions options;
-        options.PrintLineWidth = options.GridLineWidth = 2147483647;
-        RecordingCanvas canvas;
-        PrintBoard(canvas, *board, kLeft, kTop, kSolutionMode, options);
-        const int pitch = int(std::lround(OutputPitch(*board) * 600 / 1440));
-        for (const CanvasOp& op : canvas.Ops())
-            if (op.kind == Kind::Box || op.kind == Kind::Line)
-                QVERIFY(op.penWidth > 0 && op.penWidth <= 4 * pitch);
-    }
 };
 
 QTEST_APPLESS_MAIN(BoardPictureTest)

@@ -22,6 +22,17 @@ using namespace tallyon::testing;
 
 static QString ScreenshotPath(const QString& name) { return QDir(TALLYON_SCREENSHOT_DIR).filePath(name); }
 
+// The first page of a PDF at 100 dots per inch, also saved as a screenshot.
+static QImage Rasterise(const QString& pdf, const QString& screenshot)
+{
+    const QString stem = pdf.chopped(4);
+    if (QProcess::execute("pdftoppm", {"-r", "100", "-png", "-singlefile", pdf, stem}) != 0)
+        return {};
+    QFile::remove(ScreenshotPath(screenshot));
+    QFile::copy(stem + ".png", ScreenshotPath(screenshot));
+    return QImage(stem + ".png");
+}
+
 class OutputActionsTest : public QObject {
     Q_OBJECT
 
@@ -76,11 +87,7 @@ private slots:
         QCOMPARE(shown, QStringList({"Print Puzzle and its Solution?", "Done\r\n" + pdf}));
 
         // Rasterised, the page shows each board with its footer below it.
-        const QString stem = QDir(dir.path()).filePath("page");
-        QCOMPARE(QProcess::execute("pdftoppm", {"-r", "100", "-png", "-singlefile", pdf, stem}), 0);
-        QFile::remove(ScreenshotPath("printed-page.png"));
-        QVERIFY(QFile::copy(stem + ".png", ScreenshotPath("printed-page.png")));
-        const std::vector<int> bands = InkBands(QImage(stem + ".png"));
+        const std::vector<int> bands = InkBands(Rasterise(pdf, "printed-page.png"));
         QVERIFY2(HoldsTwoBoards(bands), qPrintable(QString("%1 bands").arg(bands.size())));
     }
 
@@ -89,47 +96,36 @@ private slots:
     void pageFitsLetterAndA4()
     {
         QTemporaryDir dir;
+        QPrinter a4(QPrinter::HighResolution);
+        a4.setOutputFormat(QPrinter::PdfFormat);
+        a4.setOutputFileName(dir.filePath("probe.pdf"));
+        a4.setPageSize(QPageSize(QPageSize::A4));
+        QPainter probe(&a4);
+        QVERIFY(probe.isActive());
+        const double twips = kTwipsPerInch / double(a4.resolution());
+        QPainterCanvas canvas(probe, a4.resolution(), a4.resolution() / kPrinterPenUnitsPerInch);
         for (const int size : {4, 5, 6, 7, 8, 9, 10})
-            for (const int side : {kSideLeft, kSideTop}) {
-                QPrinter a4(QPrinter::HighResolution);
-                a4.setOutputFormat(QPrinter::PdfFormat);
-                a4.setOutputFileName(dir.filePath("probe.pdf"));
-                a4.setPageSize(QPageSize(QPageSize::A4));
-                QPainter probe(&a4);
-                QVERIFY(probe.isActive());
-                const double twips = kTwipsPerInch / double(a4.resolution());
-                QPainterCanvas canvas(probe, a4.resolution(), a4.resolution() / kPrinterPenUnitsPerInch);
+            for (const int side : {kSideLeft, kSideTop})
                 QCOMPARE(PrintScale(*MakePuzzle(size, side), OutputOptions(), canvas, a4.width() * twips,
                                     a4.height() * twips),
                          1.0);
-            }
         const auto board = MakePuzzle(9, kSideTop);
         for (const auto& [name, id] : {std::pair{"a4", QPageSize::A4}, std::pair{"letter", QPageSize::Letter}}) {
-            const QString pdf = dir.filePath(QString(name) + ".pdf");
             QPrinter printer(QPrinter::HighResolution);
             printer.setOutputFormat(QPrinter::PdfFormat);
-            printer.setOutputFileName(pdf);
+            printer.setOutputFileName(dir.filePath(QString(name) + ".pdf"));
             printer.setPageSize(QPageSize(id));
             const QRectF printable = printer.pageLayout().paintRect(QPageLayout::Inch);
             QVERIFY(PrintPage(printer, *board, OutputOptions()));
-            const QString stem = dir.filePath(name);
-            QCOMPARE(QProcess::execute("pdftoppm", {"-r", "100", "-png", "-singlefile", pdf, stem}), 0);
-            const QImage page(stem + ".png");
-            QFile::remove(ScreenshotPath(QString("printed-page-9-top-%1.png").arg(name)));
-            QFile::copy(stem + ".png", ScreenshotPath(QString("printed-page-9-top-%1.png").arg(name)));
+            const QImage page = Rasterise(printer.outputFileName(), QString("printed-page-9-top-%1.png").arg(name));
             // The lowest ink lies inside the printable area, and the solution's footer is there.
             int lowest = 0;
             for (int y = 0; y < page.height(); ++y)
                 for (int x = 0; x < page.width(); ++x)
-                    if (qGray(page.pixel(x, y)) < 200)
-                        lowest = y;
-            QVERIFY2(lowest <= printable.bottom() * 100, qPrintable(QString("%1: ink at %2 px, printable to %3 px")
-                                                                        .arg(name)
-                                                                        .arg(lowest)
-                                                                        .arg(printable.bottom() * 100)));
+                    lowest = qGray(page.pixel(x, y)) < 200 ? y : lowest;
+            QVERIFY2(lowest <= printable.bottom() * 100, name);
             const std::vector<int> bands = InkBands(page);
-            QVERIFY2(bands.size() >= 4 && bands.back() < 30,
-                     qPrintable(QString("%1: %2 ink bands").arg(name).arg(bands.size())));
+            QVERIFY2(bands.size() >= 4 && bands.back() < 30, name);
         }
     }
 

@@ -41,7 +41,7 @@ TEST_P(DrawBoardAt, GridCellsLinksAndMarksInOrderOnTheLattice)
     std::vector<int> first(5, -1), last(5, -1);
     for (int i = 0; i < static_cast<int>(ops.size()); ++i) {
         const CanvasOp& op = ops[static_cast<std::size_t>(i)];
-        const bool mark = (op.kind == Kind::Circle && !op.filled) || op.text == "X";
+        const bool mark = IsMark(op);
         const int phase = op.kind == Kind::Clear                                   ? 0
                           : op.kind == Kind::Line && op.colour == style.GridColour ? 1
                           : op.colour == style.UserLineColour                      ? 3

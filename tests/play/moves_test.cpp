@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace tallyon::test {
 namespace {
 
@@ -124,8 +126,7 @@ TEST_F(Moves, RedrawOnlyTheCellsTheyTouch)
         const int left = board.CellX(rowA, colA) - half, right = board.CellX(rowB, colB) + half;
         const int top = board.CellY(rowA, colA) - half, bottom = board.CellY(rowB, colB) + half;
         for (const CanvasOp& op : host.canvas.Ops()) {
-            const bool mark = (op.kind == CanvasOp::Kind::Circle && !op.filled) || op.text == "X";
-            if (mark)
+            if (IsMark(op))
                 continue;
             const int x2 = op.kind == CanvasOp::Kind::Circle || op.kind == CanvasOp::Kind::Text ? op.x1 : op.x2;
             const int y2 = op.kind == CanvasOp::Kind::Circle || op.kind == CanvasOp::Kind::Text ? op.y1 : op.y2;
@@ -135,12 +136,7 @@ TEST_F(Moves, RedrawOnlyTheCellsTheyTouch)
         }
         return !host.canvas.Ops().empty();
     };
-    const auto marks = [&] {
-        int count = 0;
-        for (const CanvasOp& op : host.canvas.Ops())
-            count += (op.kind == CanvasOp::Kind::Circle && !op.filled) || op.text == "X";
-        return count;
-    };
+    const auto marks = [&] { return std::count_if(host.canvas.Ops().begin(), host.canvas.Ops().end(), IsMark); };
     ClickCell(host, board, state, 7, 6); // between (7, 5) and (7, 7), away from the marks
     EXPECT_TRUE(inside(7, 5, 7, 7));
     EXPECT_EQ(marks(), 0);

@@ -136,6 +136,9 @@ inline void MakeRowPuzzle(Board& board, int gridSize)
     board.EndNode = board.KeyNodes[2];
 }
 
+// A Start, Hint or End mark: a ring (an unfilled circle) or an "X".
+inline bool IsMark(const CanvasOp& op) { return (op.kind == CanvasOp::Kind::Circle && !op.filled) || op.text == "X"; }
+
 // Moves the pointer onto the centre of cell (row, col) and releases the button there.
 inline void ClickCell(FakeHost& host, Board& board, PlayState& state, int row, int col, int button = 1)
 {

@@ -139,28 +139,25 @@ private slots:
         QCOMPARE(DirectoryEntries(appDir), QStringList());
     }
 
-    void parsesSeparators_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("scheme");
-        QTest::newRow("blanks") << QByteArray("  7   2\t1  0 0 16777215 0 128 6  \r\n  xp.col  \r\n") << "xp.col";
-        QTest::newRow("commas") << QByteArray("7,2,1,0,0,16777215,0,128,6\r\nxp.col") << "xp.col";
-        QTest::newRow("several lines") << QByteArray("7\r\n2 1\r\n0\r\n0 16777215\r\n0\r\n128\r\n6\r\nxp.col\r\n")
-                                       << "xp.col";
-        QTest::newRow("width 0 -> 1") << QByteArray("7 2 0 0 0 16777215 0 128 6\r\nxp.col\r\n") << "xp.col";
-        QTest::newRow("width -5 -> 1") << QByteArray("7 2 -5 0 0 16777215 0 128 6\r\nxp.col\r\n") << "xp.col";
-        QTest::newRow("comma cuts SchemeFile") << QByteArray("7 2 1 0 0 16777215 0 128 6\r\nmy,scheme.col\r\n") << "my";
-    }
-
+    // Blanks, tabs, commas and line breaks all separate the numbers; a width below 1 reads 1;
+    // a comma ends SchemeFile.
     void parsesSeparators()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, scheme);
-        const auto read = ParseConfig(bytes);
-        QVERIFY(read.has_value());
-        Settings want = FreshInstallSettings();
-        want.SchemeFile = scheme;
-        QCOMPARE(FormatConfig(*read), FormatConfig(want));
+        const std::pair<QByteArray, QString> files[] = {
+            {"  7   2\t1  0 0 16777215 0 128 6  \r\n  xp.col  \r\n", "xp.col"},
+            {"7,2,1,0,0,16777215,0,128,6\r\nxp.col", "xp.col"},
+            {"7\r\n2 1\r\n0\r\n0 16777215\r\n0\r\n128\r\n6\r\nxp.col\r\n", "xp.col"},
+            {"7 2 0 0 0 16777215 0 128 6\r\nxp.col\r\n", "xp.col"},
+            {"7 2 -5 0 0 16777215 0 128 6\r\nxp.col\r\n", "xp.col"},
+            {"7 2 1 0 0 16777215 0 128 6\r\nmy,scheme.col\r\n", "my"},
+        };
+        for (const auto& [bytes, scheme] : files) {
+            const auto read = ParseConfig(bytes);
+            QVERIFY2(read.has_value(), bytes.constData());
+            Settings want = FreshInstallSettings();
+            want.SchemeFile = scheme;
+            QCOMPARE(FormatConfig(*read), FormatConfig(want));
+        }
     }
 
     void damagedInput_data()

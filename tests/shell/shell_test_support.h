@@ -13,17 +13,19 @@ namespace tallyon::testing {
 
 using Messages = QList<QPair<QString, QString>>; // (text, style) of each box
 
-// Records every ShowMessage call while alive; the box itself is never shown.
+// Records every ShowMessage call while alive and answers it with `next`; the box itself is
+// never shown.
 struct MessageLog {
-    MessageLog()
+    explicit MessageLog(int answer = 1) : next(answer)
     {
         SetMessageInterceptor([this](const QString& text, const QString& style) {
             calls.append({text, style});
-            return 1;
+            return next;
         });
     }
     ~MessageLog() { SetMessageInterceptor(nullptr); }
     Messages calls;
+    int next;
 };
 
 inline bool WriteBytes(const QString& path, const QByteArray& bytes)

@@ -88,27 +88,19 @@ private slots:
         BoxControl fresh(&holder);
         fresh.SetCaption("Before");
         fresh.ReadProperties(PropertyBag());
-        ExpectProperties(fresh, {{"Caption", "Before"},
-                                 {"ForeColor", buttonText},
-                                 {"BackColor", buttonText},
-                                 {"FontSize", 8},
-                                 {"FontBold", false},
-                                 {"FontItalic", false},
-                                 {"BorderStyle", 0},
+        // clang-format off
+        ExpectProperties(fresh, {{"Caption", "Before"}, {"ForeColor", buttonText}, {"BackColor", buttonText},
+                                 {"FontSize", 8}, {"FontBold", false}, {"FontItalic", false}, {"BorderStyle", 0},
                                  {"Enabled", true}});
         QCOMPARE(fresh.Font().family(), QString("Liberation Serif"));
         PropertyBag defaults;
         fresh.WriteProperties(defaults); // defaults are not written; the caption and the size 8 font are
         QCOMPARE(defaults.Values().keys(), (QStringList{"Caption", "Font"}));
 
-        const Properties values{{"Caption", "Create New Puzzle"},
-                                {"ForeColor", uint(RGB(1, 2, 3))},
-                                {"BackColor", uint(RGB(250, 240, 230))},
-                                {"FontSize", 11},
-                                {"FontBold", true},
-                                {"FontItalic", true},
-                                {"BorderStyle", 1},
-                                {"Enabled", false}};
+        const Properties values{{"Caption", "Create New Puzzle"}, {"ForeColor", uint(RGB(1, 2, 3))},
+                                {"BackColor", uint(RGB(250, 240, 230))}, {"FontSize", 11}, {"FontBold", true},
+                                {"FontItalic", true}, {"BorderStyle", 1}, {"Enabled", false}};
+        // clang-format on
         BoxControl source(&holder);
         for (const auto& [name, value] : values)
             source.setProperty(name, value);

@@ -1,4 +1,4 @@
-// The file-name dialog control: dialog kind, start directory, results, current directory.
+// The file-name dialog control: dialog kind, start directory, result, current directory.
 #include "ui/fn_dialog.h"
 
 #include <QDir>
@@ -27,82 +27,59 @@ class FNDialogTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void init() { startDir_ = QDir::currentPath(); }
-    void cleanup()
+    void cleanup() { FNDialog::SetDialogHook(nullptr); }
+
+    // "SAVE" in any case asks for a file to save, anything else for one to open; the
+    // dialog starts in the default directory, given with or without its final "/".
+    void modeAndDefaultDirChooseTheDialog()
     {
-        FNDialog::SetDialogHook(nullptr);
-        QDir::setCurrent(startDir_);
+        QTemporaryDir dir;
+        FNDialog control;
+        const struct {
+            QString mode, defaultDir;
+            QFileDialog::AcceptMode kind;
+        } cases[] = {{"SAVE", dir.path(), QFileDialog::AcceptSave},
+                     {"save", dir.path() + "/", QFileDialog::AcceptSave},
+                     {"OPEN", dir.path(), QFileDialog::AcceptOpen},
+                     {"", dir.path(), QFileDialog::AcceptOpen},
+                     {"   ", dir.path(), QFileDialog::AcceptOpen}};
+        for (const auto& c : cases) {
+            control.SetDefaultDir(c.defaultDir);
+            QFileDialog::AcceptMode shown{};
+            QString in;
+            Watch([&](QFileDialog& d) {
+                shown = d.acceptMode();
+                in = d.directory().canonicalPath();
+                d.reject();
+            });
+            QCOMPARE(control.ShowDialog(c.mode), QString());
+            QCOMPARE(shown, c.kind);
+            QCOMPARE(in, QDir(dir.path()).canonicalPath());
+        }
     }
-    void modeChoosesDialogKind_data();
-    void modeChoosesDialogKind();
-    void defaultDirWithOrWithoutSlash();
-    void resultAndCurrentDirectoryRestored();
 
-private:
-    QString startDir_;
+    // The dialog may move the current directory; the control puts it back, chosen or cancelled.
+    void resultAndCurrentDirectoryRestored()
+    {
+        const QString start = QDir::currentPath();
+        QTemporaryDir there;
+        const QString target = there.filePath("puzzle.col");
+        QVERIFY(QFile(target).open(QIODevice::WriteOnly));
+        FNDialog control;
+        control.SetDefaultDir(there.path());
+        for (const QString& chosen : {QString(), target}) {
+            Watch([&](QFileDialog& d) {
+                QDir::setCurrent(there.path());
+                if (chosen.isEmpty())
+                    return d.reject();
+                d.selectFile(chosen);
+                static_cast<QDialog&>(d).accept();
+            });
+            QCOMPARE(control.ShowDialog("OPEN"), chosen);
+            QCOMPARE(QDir::currentPath(), start);
+        }
+    }
 };
-
-void FNDialogTest::modeChoosesDialogKind_data()
-{
-    QTest::addColumn<QString>("mode");
-    QTest::addColumn<bool>("save");
-    QTest::newRow("SAVE") << "SAVE" << true;
-    QTest::newRow("save") << "save" << true;
-    QTest::newRow("OPEN") << "OPEN" << false;
-    QTest::newRow("empty") << "" << false;
-    QTest::newRow("blank") << "   " << false;
-}
-
-void FNDialogTest::modeChoosesDialogKind()
-{
-    QFETCH(QString, mode);
-    QFETCH(bool, save);
-    FNDialog control;
-    QFileDialog::AcceptMode shown{};
-    Watch([&](QFileDialog& d) {
-        shown = d.acceptMode();
-        d.reject();
-    });
-    QCOMPARE(control.ShowDialog(mode), QString());
-    QCOMPARE(shown, save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-}
-
-void FNDialogTest::defaultDirWithOrWithoutSlash()
-{
-    QTemporaryDir dir;
-    FNDialog control;
-    for (const QString& defaultDir : {dir.path(), dir.path() + "/"}) {
-        control.SetDefaultDir(defaultDir);
-        QString shown;
-        Watch([&](QFileDialog& d) {
-            shown = d.directory().canonicalPath();
-            d.reject();
-        });
-        control.ShowDialog("open");
-        QCOMPARE(shown, QDir(dir.path()).canonicalPath());
-    }
-}
-
-// The dialog may move the current directory; the control puts it back, chosen or cancelled.
-void FNDialogTest::resultAndCurrentDirectoryRestored()
-{
-    QTemporaryDir there;
-    const QString target = there.filePath("puzzle.col");
-    QVERIFY(QFile(target).open(QIODevice::WriteOnly));
-    FNDialog control;
-    control.SetDefaultDir(there.path());
-    for (const QString& chosen : {QString(), target}) {
-        Watch([&](QFileDialog& d) {
-            QDir::setCurrent(there.path());
-            if (chosen.isEmpty())
-                return d.reject();
-            d.selectFile(chosen);
-            static_cast<QDialog&>(d).accept();
-        });
-        QCOMPARE(control.ShowDialog("OPEN"), chosen);
-        QCOMPARE(QDir::currentPath(), startDir_);
-    }
-}
 
 QTEST_MAIN(FNDialogTest)
 #include "fn_dialog_test.moc"

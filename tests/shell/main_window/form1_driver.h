@@ -7,7 +7,7 @@
 #include "shell/main_window/form1.h"
 #include "shell/main_window/picture_box.h"
 #include "ui/box_control.h"
-#include "ui/message_box.h"
+#include "tests/shell/shell_test_support.h"
 
 #include <QApplication>
 #include <QDir>
@@ -23,20 +23,6 @@
 #include <utility>
 
 namespace tallyon::testing {
-
-// Answers every message box with `next` and records what was asked.
-struct Answers {
-    Answers()
-    {
-        SetMessageInterceptor([this](const QString& message, const QString& style) {
-            calls.append({message, style});
-            return next;
-        });
-    }
-    ~Answers() { SetMessageInterceptor(nullptr); }
-    QList<QPair<QString, QString>> calls;
-    int next = 6;
-};
 
 inline QByteArray ConfigFor(const QString& scheme)
 {
@@ -183,7 +169,7 @@ struct Form1Fixture {
         window.grab().save(QString(TALLYON_SCREENSHOT_DIR) + "/" + name + ".png");
     }
 
-    Answers answers;
+    MessageLog answers{6};
     QTemporaryDir dir;
     AppState state;
     Form1 window;
