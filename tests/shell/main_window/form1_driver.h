@@ -6,8 +6,8 @@
 #include "play/verify.h"
 #include "shell/main_window/form1.h"
 #include "shell/main_window/picture_box.h"
-#include "ui/box_control.h"
 #include "tests/shell/shell_test_support.h"
+#include "ui/box_control.h"
 
 #include <QApplication>
 #include <QDir>
