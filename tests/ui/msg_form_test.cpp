@@ -6,7 +6,6 @@
 
 #include <QApplication>
 #include <QLabel>
-#include <QPainter>
 #include <QtTest>
 
 using namespace tallyon;
@@ -164,48 +163,31 @@ private slots:
         QVERIFY(form.height() < 2000);
     }
 
-    // Boxes of every kind, saved for review: the box's own ground in its corner and its icon
-    // drawn in the icon's place. Every icon, large and as the box's pixmap, puts ink in its cell.
+    // A box for every icon that has a keyword, saved for review: the box's own ground in its
+    // corner, and its icon drawn in the icon's place.
     void screenshots()
     {
-        const char* shots[][3] = {
-            {"msg_exit", "Exit?", "vbYesNo+vbquestion"},
-            {"msg_critical", "Configuration file:\r\n/some/dir/tallyon.cfg\r\ncould not be accessed, options not saved",
-             "vbok+vbcritical"},
-            {"msg_three_buttons", "Save the changes\r\nbefore leaving?", "vbyesnocancel+vbexclamation"},
-        };
-        for (const auto& [name, message, style] : shots)
-            ShowAnd(message, style, [name = name](MsgForm& form) {
-                const QPixmap picture = form.grab();
-                tallyon::test::SaveShot(picture, name);
-                const QImage image = picture.toImage().scaled(form.size());
-                const QColor ground = ToQColor(form.BackColour());
-                QCOMPARE(image.pixelColor(2, image.height() - 2), ground);
-                const QRect icon = form.icons[0]->geometry().united(form.icons[4]->geometry());
-                int inked = 0;
-                for (int y = icon.top(); y <= icon.bottom(); ++y)
-                    for (int x = icon.left(); x <= icon.right(); ++x)
-                        inked += image.pixelColor(x, y) != ground;
-                QVERIFY2(inked > icon.width() * icon.height() / 10, name);
-                QTest::mouseClick(form.cmd[0], Qt::LeftButton);
-            });
-
-        QPixmap sheet(kMessageIconCount * 104, 208);
-        sheet.fill(Qt::white);
-        QPainter painter(&sheet);
-        for (int i = 0; i < kMessageIconCount; ++i) {
-            PaintMessageIcon(painter, i, QRectF(i * 104 + 4, 4, 96, 96));
-            painter.drawPixmap(i * 104 + 32, 130, MessageIconPixmap(i, 40, 1.0));
-        }
-        painter.end();
-        tallyon::test::SaveShot(sheet, "msg_icon_sheet");
-        const QImage image = sheet.toImage();
-        for (int i = 0; i < kMessageIconCount; ++i) {
-            int large = 0, small = 0;
-            for (int y = 0; y < 208; ++y)
-                for (int x = i * 104; x < i * 104 + 104; ++x)
-                    (y < 104 ? large : small) += image.pixelColor(x, y) != QColor(Qt::white);
-            QVERIFY2(large > 500 && small > 100, qPrintable(QString("icon %1").arg(i)));
+        const char* keywords[] = {"vbquestion", "vbexclamation", "vbinformation", "vberror", "vbcritical", "vbhappy",
+                                  "vbtrash",    "vbprint",       "vblighton",     nullptr,   "vbcustom"};
+        for (int k = 0; k < kMessageIconCount; ++k) {
+            if (!keywords[k])
+                continue; // the spare slot
+            const QString name = QString("msg_icon_%1").arg(k, 2, 10, QChar('0'));
+            ShowAnd("Configuration file:\r\n/some/dir/tallyon.cfg\r\ncould not be accessed, options not saved",
+                    QString("vbyesnocancel+") + keywords[k], [&](MsgForm& form) {
+                        const QPixmap picture = form.grab();
+                        tallyon::test::SaveShot(picture, name);
+                        const QImage image = picture.toImage().scaled(form.size());
+                        const QColor ground = ToQColor(form.BackColour());
+                        QCOMPARE(image.pixelColor(2, image.height() - 2), ground);
+                        const QRect icon = form.icons[static_cast<std::size_t>(k)]->geometry();
+                        int inked = 0;
+                        for (int y = icon.top(); y <= icon.bottom(); ++y)
+                            for (int x = icon.left(); x <= icon.right(); ++x)
+                                inked += image.pixelColor(x, y) != ground;
+                        QVERIFY2(inked > icon.width() * icon.height() / 10, qPrintable(name));
+                        QTest::mouseClick(form.cmd[0], Qt::LeftButton);
+                    });
         }
     }
 };
