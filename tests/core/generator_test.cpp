@@ -56,39 +56,33 @@ void CheckPath(const Board& b, int side, const std::vector<int>& cells)
     }
 }
 
-// The off-path links that are valid: most must be, or validity gives the path away.
-int ValidOffPathLinks(const Board& b, const std::vector<int>& cells)
+// Two shares, in percent, that say whether validity gives the path away: of the off-path
+// links, those that are valid; and of the path nodes, End aside, those with a valid link that
+// leaves the path (the choice a player meets on the way).
+std::pair<int, int> DecoyShares(const Board& b, const std::vector<int>& cells)
 {
     const std::set<int> path(cells.begin(), cells.end());
-    int valid = 0, all = 0;
+    const auto offPath = [&](Node n, Node m) {
+        return m.row >= 1 && m.col >= 1 && m.row <= b.BoardSpan && m.col <= b.BoardSpan &&
+               !path.count(b.CellNo((n.row + m.row) / 2, (n.col + m.col) / 2));
+    };
+    int valid = 0, all = 0, withRoad = 0;
     for (int r = 1; r <= b.BoardSpan; r += 2)
         for (int c = 1; c <= b.BoardSpan; c += 2)
             for (const Node m : {Node{r, c + 2}, Node{r + 2, c}})
-                if (m.row <= b.BoardSpan && m.col <= b.BoardSpan &&
-                    !path.count(b.CellNo((r + m.row) / 2, (c + m.col) / 2))) {
+                if (offPath({r, c}, m)) {
                     ++all;
                     valid += ValidLinkBetween(b, {r, c}, m) ? 1 : 0;
                 }
-    return 100 * valid / all;
-}
-
-// The share of path nodes, End aside, with a valid link that leaves the path: the choice a
-// player meets on the way, without which the valid links alone show the path.
-int SideRoadShare(const Board& b, const std::vector<int>& cells)
-{
-    const std::set<int> path(cells.begin(), cells.end());
-    int withRoad = 0;
     for (std::size_t i = 0; i + 1 < cells.size(); i += 2) {
         const Node n{b.CellRow[cells[i]], b.CellCol[cells[i]]};
         bool road = false;
         for (const Node m :
              {Node{n.row, n.col + 2}, Node{n.row, n.col - 2}, Node{n.row + 2, n.col}, Node{n.row - 2, n.col}})
-            road =
-                road || (m.row >= 1 && m.col >= 1 && m.row <= b.BoardSpan && m.col <= b.BoardSpan &&
-                         !path.count(b.CellNo((n.row + m.row) / 2, (n.col + m.col) / 2)) && ValidLinkBetween(b, n, m));
+            road = road || (offPath(n, m) && ValidLinkBetween(b, n, m));
         withRoad += road ? 1 : 0;
     }
-    return static_cast<int>(200 * withRoad / (cells.size() - 1));
+    return {100 * valid / all, static_cast<int>(200 * withRoad / (cells.size() - 1))};
 }
 
 class BuiltPuzzles : public ::testing::TestWithParam<int> {};
@@ -112,8 +106,9 @@ TEST_P(BuiltPuzzles, HaveTheirPropertiesAndOneChainFromStartToEnd)
             ASSERT_NO_FATAL_FAILURE(CheckPath(*board, side, cells));
             const ChainCount chains = CountBoardChains(*board);
             ASSERT_TRUE(chains.complete && chains.chains == 1) << chains.chains << " chains";
-            valid += ValidOffPathLinks(*board, cells);
-            sideRoads += SideRoadShare(*board, cells);
+            const auto [validShare, sideRoadShare] = DecoyShares(*board, cells);
+            valid += validShare;
+            sideRoads += sideRoadShare;
         }
     // Averaged over the puzzles: most off-path links valid, and most path nodes with a side
     // road. The 6x6 boards fall short of most: their long paths leave the fewest free nodes.

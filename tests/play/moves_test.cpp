@@ -10,57 +10,50 @@
 namespace tallyon::test {
 namespace {
 
-struct HoverCase {
-    const char* name;
-    int row, col; // a lattice point; 0 and BoardSpan + 1 lie outside the board
-    float dx, dy; // the pointer's offset from it in twips; a quarter pitch is 156
-    bool offered;
-};
-
-class HoverZones : public ::testing::TestWithParam<HoverCase> {};
-
 // Only the vertical link cell (6, 3) between nodes 1 and 3 with digit 2 is offered: the
 // quarter-pitch edges round half to even into it (right and lower edges would round away
-// from it otherwise), fractions are floored first, one twip further is the dead zone.
-TEST_P(HoverZones, OffersOnlyLinkCellsWithinAQuarterPitch)
+// from it otherwise), fractions are floored first, one twip further is the dead zone. Points
+// that offer nothing link nothing either.
+TEST(HoverZones, OffersOnlyLinkCellsWithinAQuarterPitch)
 {
-    const HoverCase& c = GetParam();
-    Board board;
-    MakeRowPuzzle(board, 4);
-    ASSERT_EQ(board.QuarterPitch, 156);
-    board.NodeValue(6, 3) = 2;
-    board.NodeValue(7, 3) = 3;
-    FakeHost host;
-    host.status = "old";
-    PlayState state;
-    HoverCell(host, board, state, static_cast<float>(board.BoardLeft + (c.col - 1) * board.CellPitch) + c.dx,
-              static_cast<float>(board.BoardTop + (c.row - 1) * board.CellPitch) + c.dy);
-    const std::vector<int> hover{state.HoverRow, state.HoverCol, state.EndARow,
-                                 state.EndACol,  state.EndBRow,  state.EndBCol};
-    if (c.offered) {
-        EXPECT_EQ(hover, std::vector<int>({6, 3, 5, 3, 7, 3}));
-        EXPECT_EQ(host.status, "Use 1 and 2 to make 3");
-        EXPECT_EQ(host.rowCaption + "/" + host.columnCaption, "6/3");
-        return;
+    const struct {
+        const char* name;
+        int row, col; // a lattice point; 0 and BoardSpan + 1 lie outside the board
+        float dx, dy; // the pointer's offset from it in twips; a quarter pitch is 156
+        bool offered;
+    } cases[] = {
+        {"centre", 6, 3, 0, 0, true},         {"right edge floored", 6, 3, 156.9f, 0, true},
+        {"upper edge", 6, 3, 0, -156, true},  {"left edge", 6, 3, -156, 0, true},
+        {"lower edge", 6, 3, 0, 156, true},   {"past right", 6, 3, 157, 0, false},
+        {"past upper", 6, 3, 0, -157, false}, {"past left", 6, 3, -157, 0, false},
+        {"past lower", 6, 3, 0, 157, false},  {"node", 5, 3, 0, 0, false},
+        {"gap", 6, 4, 0, 0, false},           {"left ring", 3, 0, 0, 0, false},
+        {"right ring", 4, 10, 0, 0, false},   {"top ring", 0, 4, 0, 0, false},
+        {"bottom ring", 10, 3, 0, 0, false},
+    };
+    for (const auto& c : cases) {
+        Board board;
+        MakeRowPuzzle(board, 4);
+        ASSERT_EQ(board.QuarterPitch, 156);
+        board.NodeValue(6, 3) = 2;
+        board.NodeValue(7, 3) = 3;
+        FakeHost host;
+        host.status = "old";
+        PlayState state;
+        HoverCell(host, board, state, static_cast<float>(board.BoardLeft + (c.col - 1) * board.CellPitch) + c.dx,
+                  static_cast<float>(board.BoardTop + (c.row - 1) * board.CellPitch) + c.dy);
+        const std::vector<int> hover{state.HoverRow, state.HoverCol, state.EndARow,
+                                     state.EndACol,  state.EndBRow,  state.EndBCol};
+        EXPECT_EQ(hover, c.offered ? std::vector<int>({6, 3, 5, 3, 7, 3}) : std::vector<int>(6, 0)) << c.name;
+        EXPECT_EQ(host.status, c.offered ? "Use 1 and 2 to make 3" : "") << c.name;
+        if (c.offered) {
+            EXPECT_EQ(host.rowCaption + "/" + host.columnCaption, "6/3");
+            continue;
+        }
+        MakeLink(host, board, state, 1);
+        EXPECT_TRUE(state.undolist.empty() && !host.timer) << c.name;
     }
-    EXPECT_EQ(hover, std::vector<int>(6, 0));
-    EXPECT_EQ(host.status, "");
-    MakeLink(host, board, state, 1);
-    EXPECT_TRUE(state.undolist.empty());
-    EXPECT_FALSE(host.timer);
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Points, HoverZones,
-    ::testing::Values(HoverCase{"centre", 6, 3, 0, 0, true}, HoverCase{"right_edge_floored", 6, 3, 156.9f, 0, true},
-                      HoverCase{"upper_edge", 6, 3, 0, -156, true}, HoverCase{"left_edge", 6, 3, -156, 0, true},
-                      HoverCase{"past_right", 6, 3, 157, 0, false}, HoverCase{"past_upper", 6, 3, 0, -157, false},
-                      HoverCase{"past_left", 6, 3, -157, 0, false}, HoverCase{"past_lower", 6, 3, 0, 157, false},
-                      HoverCase{"node", 5, 3, 0, 0, false}, HoverCase{"gap", 6, 4, 0, 0, false},
-                      HoverCase{"left_ring", 3, 0, 0, 0, false}, HoverCase{"right_ring", 4, 10, 0, 0, false},
-                      HoverCase{"top_ring", 0, 4, 0, 0, false}, HoverCase{"bottom_ring", 10, 3, 0, 0, false},
-                      HoverCase{"lower_edge", 6, 3, 0, 156, true}),
-    [](const ::testing::TestParamInfo<HoverCase>& info) { return std::string(info.param.name); });
 
 // The lines drawn so far, as x1, y1, x2, y2, colour, pen width.
 std::vector<std::vector<int>> Lines(const RecordingCanvas& canvas)
