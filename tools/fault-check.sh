@@ -103,7 +103,7 @@ while IFS=$'\t' read -r file text replacement; do
   else
     caught=$((caught + 1))
     echo "  caught: $label"
-    echo "    by: $(sed -n 's/^[[:space:]]*[0-9]* - \([^ ]*\) (.*/\1/p' "$scratch/tests.log" | tr '\n' ' ')"
+    echo "    by: $(sed -n '/tests FAILED:/,$ s/^[[:space:]]*[0-9]* - \([^ ]*\).*/\1/p' "$scratch/tests.log" | tr '\n' ' ')"
   fi
   cp -p "$scratch/original" "$target"
   touch "$target"

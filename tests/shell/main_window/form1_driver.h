@@ -41,12 +41,8 @@ struct Form1Fixture {
     {
         const QString root = dir.path() + "/";
         QFile::copy(QStringLiteral(TALLYON_DATA_DIR) + "/all.col", root + "all.col");
-        if (config.bytes) {
-            QFile cfg(root + "tallyon.cfg");
-            cfg.open(QIODevice::WriteOnly);
-            cfg.write(*config.bytes);
-            cfg.close();
-        }
+        if (config.bytes)
+            WriteBytes(root + "tallyon.cfg", *config.bytes);
         initialConfig = ConfigText();
         state.AppDir = root;
         window.Start();
@@ -57,11 +53,7 @@ struct Form1Fixture {
     QLabel* label(const char* name) { return window.findChild<QLabel*>(name); }
     PictureBox* picture() { return window.findChild<PictureBox*>("Picture1"); }
 
-    QString ConfigText()
-    {
-        QFile file(dir.path() + "/tallyon.cfg");
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-    }
+    QString ConfigText() { return QString::fromUtf8(ReadBytes(dir.path() + "/tallyon.cfg")); }
 
     void Press(const char* button, Qt::MouseButton which = Qt::LeftButton)
     {

@@ -12,7 +12,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPrinterInfo>
-#include <QTest>
 
 using namespace tallyon;
 using namespace tallyon::testing;

@@ -6,8 +6,6 @@
 #include "output/board_picture.h"
 #include "output/print_job.h"
 #include "platform/qt_colour.h"
-#include "play/verify.h"
-#include "shell/config_file.h"
 #include "shell/options_form.h"
 
 #include <QAction>
@@ -19,7 +17,6 @@
 #include <QMenuBar>
 #include <QPrinterInfo>
 #include <QPushButton>
-#include <QTest>
 #include <QTimer>
 
 using namespace tallyon;
