@@ -3,6 +3,7 @@
 #include "form1_driver.h"
 
 #include "core/generator.h"
+#include "core/puzzle_code.h"
 #include "output/board_picture.h"
 #include "output/print_job.h"
 #include "platform/qt_colour.h"
@@ -255,7 +256,7 @@ private slots:
     }
 
     // The board picture's font is "Arial" (Liberation Sans here), and it is the font of the
-    // clipboard picture and of the printed page.
+    // clipboard picture, which comes with the puzzle's code as text, and of the printed page.
     void printAndClipboardUseTheBoardFont()
     {
         Form1Fixture f;
@@ -264,6 +265,7 @@ private slots:
         f.SetStartSide(1);
         f.NewPuzzle();
         f.window.findChild<QAction*>("mnuclippuz")->trigger();
+        QCOMPARE(QGuiApplication::clipboard()->text().toStdString(), EncodePuzzleCode(f.window.board()));
         OutputOptions options;
         options.fontName = "Arial";
         options.fontBold = true;
