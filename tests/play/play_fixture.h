@@ -51,8 +51,6 @@ public:
     bool timer = false;
     NextPuzzle next{7, 1};
     std::string gridSizeCaption = "7x7", startSideCaption = "Left";
-    Colour indicator = 0;
-    bool markerShown = false;
     int answer = 6, asked = 0;
     DrawStyle style = TestStyle();
     RecordingCanvas canvas;
@@ -76,14 +74,13 @@ public:
 
     void SetStatus(const std::string& text) override { status = text, Note("status:" + text); }
     void SetHoverCaptions(const std::string& r, const std::string& c) override { rowCaption = r, columnCaption = c; }
-    void SetIndicator(Colour colour) override { indicator = colour, Note("indicator:" + ColourText(colour)); }
+    void SetIndicator(Colour colour) override { Note("indicator:" + ColourText(colour)); }
     void SetCheckTimer(bool enabled) override { timer = enabled, Note(enabled ? "timer:on" : "timer:off"); }
     void ShowErrorMarker(int left, int top, int size) override
     {
-        markerShown = true;
         Note("marker:" + std::to_string(left) + "," + std::to_string(top) + "," + std::to_string(size));
     }
-    void HideErrorMarker() override { markerShown = false, Note("hide-marker"); }
+    void HideErrorMarker() override { Note("hide-marker"); }
     void SetBusy(bool busy) override { Note(busy ? "busy:on" : "busy:off"); }
     void SetBoardEnabled(bool enabled) override { Note(enabled ? "board:enabled" : "board:disabled"); }
     NextPuzzle Next() const override { return next; }
