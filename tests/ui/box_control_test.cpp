@@ -125,19 +125,23 @@ private slots:
                                       {RGB(0, 0, 0), RGB(255, 255, 0), RGB(0, 0, 0)}};
         QWidget sheet;
         sheet.resize(290, 150);
-        QPalette palette;
-        palette.setColor(QPalette::Window, ToQColor(schemes[0][0]));
-        sheet.setPalette(palette);
         BoxControl* boxes[3][2];
-        for (int r = 0; r < 3; ++r)
+        for (int r = 0; r < 3; ++r) {
+            auto* row = new QWidget(&sheet); // the scheme's window colour behind its buttons
+            row->setGeometry(0, 50 * r, 290, 50);
+            row->setAutoFillBackground(true);
+            QPalette palette;
+            palette.setColor(QPalette::Window, ToQColor(schemes[r][0]));
+            row->setPalette(palette);
             for (int b = 0; b < 2; ++b) {
-                BoxControl* box = boxes[r][b] = new BoxControl(&sheet);
-                box->setGeometry(10 + 140 * b, 8 + 50 * r, 130, 33);
+                BoxControl* box = boxes[r][b] = new BoxControl(row);
+                box->setGeometry(10 + 140 * b, 8, 130, 33);
                 box->SetFont(QFont("Arial", 9));
                 box->SetBackColor(schemes[r][1]);
                 box->SetForeColor(schemes[r][2]);
                 box->SetCaption(b ? "Verify" : "Create New Puzzle");
             }
+        }
         sheet.show();
         QVERIFY(QTest::qWaitForWindowExposed(&sheet));
         tallyon::test::SaveShot(sheet.grab(), "box_control_schemes");
