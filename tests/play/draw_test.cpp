@@ -86,6 +86,22 @@ TEST_P(DrawBoardAt, GridCellsLinksAndMarksInOrderOnTheLattice)
 
 INSTANTIATE_TEST_SUITE_P(GridSizes, DrawBoardAt, ::testing::Values(4, 10));
 
+// A box node, like a round one, is filled with the shape colour and outlined in the digits'
+// colour, not the grid's.
+TEST(DrawCell, BoxNodesAreOutlinedInTheDigitColour)
+{
+    Board board;
+    MakeRowPuzzle(board, 4);
+    DrawStyle style = TestStyle();
+    style.NodeShape = kBoxNodes;
+    RecordingCanvas canvas;
+    DrawCellAsNode(canvas, board, style, 5, 5);
+    ASSERT_EQ(canvas.OpsOf(Kind::Box).size(), 1u);
+    EXPECT_EQ(canvas.OpsOf(Kind::Box)[0].colour, style.FontColour);
+    ASSERT_EQ(canvas.OpsOf(Kind::FilledBox).size(), 1u);
+    EXPECT_EQ(canvas.OpsOf(Kind::FilledBox)[0].fill, style.ShapeColour);
+}
+
 // The "X"s go above Start and below End only for a puzzle laid from the top; every other
 // start side, the path directions 3 and 4 of a hand-edited settings file among them, puts
 // them beside, as for a puzzle from the left.
