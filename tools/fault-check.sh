@@ -65,9 +65,9 @@ else:
 PY
 }
 
-# Runs the unit tests, their report in tests.log; 0 when all pass within two minutes. A test's own time limit may be
-# longer than that, so a fault that makes one run on (a walk that never ends) is stopped
-# here, with every process ctest started, and counts as caught.
+# Runs the unit tests, their report in tests.log; 0 when all pass within two minutes. A
+# test's own time limit may be longer than that, so a fault that makes one run on (a walk
+# that never ends) is stopped here, with every process ctest started, and counts as caught.
 run_tests() {
   setsid bash -c "cd '$build' && exec ctest -LE e2e -j$jobs >'$scratch/tests.log' 2>&1" &
   local pid=$!

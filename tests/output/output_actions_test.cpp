@@ -3,8 +3,8 @@
 #include "output/print_job.h"
 #include "output_fixture.h"
 #include "platform/qpainter_canvas.h"
+#include "tests/support/message_log.h"
 #include "tests/support/recording_canvas.h"
-#include "ui/message_box.h"
 
 #include <QClipboard>
 #include <QDir>
@@ -36,29 +36,17 @@ static QImage Rasterise(const QString& pdf, const QString& screenshot)
 class OutputActionsTest : public QObject {
     Q_OBJECT
 
-    QStringList shown; // the messages shown in this test, each answered with `answer`
-    int answer = 6;
-
 private slots:
-    void init()
-    {
-        shown.clear();
-        answer = 6;
-        SetMessageInterceptor([this](const QString& message, const QString&) {
-            shown << message;
-            return answer;
-        });
-    }
-
     void nothingBeforeTheFirstPuzzle()
     {
         const Board empty;
         QTemporaryDir dir;
+        MessageLog log;
         QGuiApplication::clipboard()->setText("untouched");
         PrintPuzzleAndSolution(empty, OutputOptions(), dir.path() + "/");
         CopyBoardPicture(empty, kPuzzleMode, OutputOptions());
         CopyBoardPicture(empty, kSolutionMode, OutputOptions());
-        QVERIFY(shown.isEmpty());
+        QVERIFY(log.calls.isEmpty());
         QCOMPARE(QGuiApplication::clipboard()->text(), QString("untouched"));
         QVERIFY(QDir(dir.path()).isEmpty());
     }
@@ -68,10 +56,9 @@ private slots:
         const auto board = MakePuzzle(6, kSideLeft);
         QTemporaryDir dir;
         for (int refusal : {7, 2}) { // No, Cancel
-            shown.clear();
-            answer = refusal;
+            MessageLog log(refusal);
             PrintPuzzleAndSolution(*board, OutputOptions(), dir.path() + "/");
-            QCOMPARE(shown, QStringList{"Print Puzzle and its Solution?"});
+            QCOMPARE(log.Texts(), QStringList{"Print Puzzle and its Solution?"});
             QVERIFY(QDir(dir.path()).isEmpty());
         }
     }
@@ -83,8 +70,9 @@ private slots:
         const auto board = MakePuzzle(10, kSideLeft); // the largest board must fit the page
         QTemporaryDir dir;
         const QString pdf = QDir(dir.path()).absoluteFilePath(kPrintFileName);
+        MessageLog log(6);
         PrintPuzzleAndSolution(*board, OutputOptions(), dir.path() + "/");
-        QCOMPARE(shown, QStringList({"Print Puzzle and its Solution?", "Done\r\n" + pdf}));
+        QCOMPARE(log.Texts(), QStringList({"Print Puzzle and its Solution?", "Done\r\n" + pdf}));
 
         // Rasterised, the page shows each board with its footer below it.
         const std::vector<int> bands = InkBands(Rasterise(pdf, "printed-page.png"));

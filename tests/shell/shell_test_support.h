@@ -1,32 +1,13 @@
-// Helpers for the settings-file tests: capturing message boxes, raw files and scheme blocks.
+// Helpers for the settings-file tests: the message log, raw files and scheme blocks.
 #pragma once
 
 #include "shell/settings.h"
-#include "ui/message_box.h"
+#include "tests/support/message_log.h"
 
 #include <QDir>
 #include <QFile>
-#include <QList>
-#include <QPair>
 
 namespace tallyon::testing {
-
-using Messages = QList<QPair<QString, QString>>; // (text, style) of each box
-
-// Records every ShowMessage call while alive and answers it with `next`; the box itself is
-// never shown.
-struct MessageLog {
-    explicit MessageLog(int answer = 1) : next(answer)
-    {
-        SetMessageInterceptor([this](const QString& text, const QString& style) {
-            calls.append({text, style});
-            return next;
-        });
-    }
-    ~MessageLog() { SetMessageInterceptor(nullptr); }
-    Messages calls;
-    int next;
-};
 
 inline bool WriteBytes(const QString& path, const QByteArray& bytes)
 {
