@@ -20,9 +20,11 @@ cmake --build build-asan -j"$jobs" --target "${sanitized_tests[@]}"
 (cd build-asan && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 QT_QPA_PLATFORM=offscreen \
    ctest --output-on-failure -j"$jobs" --timeout 900 -L sanitized)
 
+# A fixed seed, so that a failure here shows again when the run is repeated.
 if command -v clang++ >/dev/null; then
+  export TALLYON_FUZZ_SEED="${TALLYON_FUZZ_SEED:-20261123}"
   for name in "${fuzz_targets[@]}"; do
-    echo "fuzzing $name for ${TALLYON_FUZZ_SECONDS:-20} s"
+    echo "fuzzing $name for ${TALLYON_FUZZ_SECONDS:-20} s, seed $TALLYON_FUZZ_SEED"
     tools/fuzz.sh "$name" "${TALLYON_FUZZ_SECONDS:-20}"
   done
 fi

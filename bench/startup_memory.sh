@@ -6,7 +6,7 @@ set -euo pipefail
 BIN_DIR="$(cd "${1:-build/bin}" && pwd)"
 if [ -z "${TALLYON_BENCH_INNER:-}" ]; then
   export TALLYON_BENCH_INNER=1
-  exec xvfb-run -a -s "-screen 0 1024x768x24" bash "$0" "$BIN_DIR"
+  exec xvfb-run -a -s "-screen 0 1024x768x24 -noreset" bash "$0" "$BIN_DIR"
 fi
 
 APP="$(mktemp -d /tmp/tallyon-bench.XXXXXX)"

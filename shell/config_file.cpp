@@ -5,7 +5,9 @@
 #include "ui/message_box.h"
 
 #include <QCoreApplication>
+#include <QStringDecoder>
 
+#include <cmath>
 #include <limits>
 
 namespace tallyon {
@@ -15,29 +17,51 @@ namespace {
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
 
-// An optional sign and one or more decimal digits, within the 32-bit signed range.
+// True for an optional sign, digits with at most one decimal point (at least one digit), and
+// an optional exponent: the forms a number takes in a file written by hand or by another
+// program. Anything else (text, "inf", hexadecimal) is no number.
+bool IsNumberText(const QByteArray& token)
+{
+    qsizetype i = 0;
+    const qsizetype n = token.size();
+    auto digits = [&] {
+        const qsizetype from = i;
+        while (i < n && token.at(i) >= '0' && token.at(i) <= '9')
+            ++i;
+        return i - from;
+    };
+    if (i < n && (token.at(i) == '-' || token.at(i) == '+'))
+        ++i;
+    qsizetype mantissa = digits();
+    if (i < n && token.at(i) == '.') {
+        ++i;
+        mantissa += digits();
+    }
+    if (mantissa == 0)
+        return false;
+    if (i < n && (token.at(i) == 'e' || token.at(i) == 'E')) {
+        ++i;
+        if (i < n && (token.at(i) == '-' || token.at(i) == '+'))
+            ++i;
+        if (digits() == 0)
+            return false;
+    }
+    return i == n;
+}
+
+// A number rounded half to even (1.5 reads 2, 2.5 reads 2), within the 32-bit signed range.
 std::optional<qint32> ParseInteger(const QByteArray& token)
 {
     if (token.isEmpty())
         return 0; // an empty field between separators
-    qsizetype i = 0;
-    const bool negative = token.at(0) == '-';
-    if (token.at(0) == '-' || token.at(0) == '+')
-        ++i;
-    if (i == token.size())
+    if (!IsNumberText(token))
         return std::nullopt;
-    qint64 value = 0;
-    const qint64 limit =
-        negative ? -qint64(std::numeric_limits<qint32>::min()) : qint64(std::numeric_limits<qint32>::max());
-    for (; i < token.size(); ++i) {
-        const char c = token.at(i);
-        if (c < '0' || c > '9')
-            return std::nullopt;
-        value = value * 10 + (c - '0');
-        if (value > limit)
-            return std::nullopt;
-    }
-    return static_cast<qint32>(negative ? -value : value);
+    bool ok = false;
+    const double value = token.toDouble(&ok);     // the C locale's decimal point, whatever the user's
+    const double rounded = std::nearbyint(value); // the default rounding mode: half to even
+    if (!ok || !(rounded >= std::numeric_limits<qint32>::min() && rounded <= std::numeric_limits<qint32>::max()))
+        return std::nullopt;
+    return static_cast<qint32>(rounded);
 }
 
 // Walks the file field by field.
@@ -68,7 +92,10 @@ public:
         const qsizetype start = pos_;
         while (!AtEnd() && !IsLineEnd(Peek()) && Peek() != ',')
             ++pos_;
-        return QString::fromUtf8(bytes_.mid(start, pos_ - start)).trimmed();
+        // A byte-order mark here is text of the field, not the start of a file: kept, so that
+        // the name reads back as it was written.
+        QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+        return QString(utf8(bytes_.mid(start, pos_ - start))).trimmed();
     }
 
 private:

@@ -21,9 +21,10 @@ QString ConfigFilePath(const AppState& state);
 // end, so the nine may stand on one line or several; an empty field between two commas reads
 // as 0. After the ninth number and its separator, SchemeFile is the next field: up to a comma
 // or line end, trimmed. Anything after it is ignored. GridLineWidth below 1 becomes 1; no other
-// value is checked. nullopt for a read error: a field that is not an optional sign and digits
-// (text, a decimal point), a number outside the 32-bit signed range, or the end of the file
-// before the SchemeFile field (which may be empty, but its line must be there).
+// value is checked. A number with a decimal point or an exponent is rounded half to even.
+// nullopt for a read error: a field that is not a number (text), one outside the 32-bit
+// signed range, or the end of the file before the SchemeFile field (which may be empty, but
+// its line must be there).
 std::optional<Settings> ParseConfig(const QByteArray& bytes);
 
 // The file's two lines: the nine numbers in the standard numeric print form (a non-negative

@@ -10,13 +10,15 @@ SHOTS="${TALLYON_SCREENSHOT_DIR:-/tmp}"
 mkdir -p "$SHOTS"
 
 # Starts a private X server on a display number it picks itself (-displayfd: no race with
-# other servers coming and going), waits until it is ready, and exports DISPLAY.
+# other servers coming and going), waits until it is ready, and exports DISPLAY. -noreset:
+# without it the server resets whenever its last client leaves and refuses new connections
+# while it does, so a program started right after another one ended could not connect.
 XVFB_PID=""
 start_xvfb() {
   local numfile
   numfile="$(mktemp /tmp/tallyon-xvfb.XXXXXX)"
   # -ac: clients of other users (the package test runs the game as "nobody") may connect.
-  Xvfb -displayfd 9 -screen 0 1024x768x24 -nolisten tcp -ac 9>"$numfile" 2>/dev/null &
+  Xvfb -displayfd 9 -screen 0 1024x768x24 -nolisten tcp -noreset -ac 9>"$numfile" 2>/dev/null &
   XVFB_PID=$!
   for _ in $(seq 200); do
     [ -s "$numfile" ] && break
@@ -28,21 +30,8 @@ start_xvfb() {
 }
 stop_xvfb() { [ -n "$XVFB_PID" ] && kill "$XVFB_PID" 2>/dev/null; wait "$XVFB_PID" 2>/dev/null || true; }
 
-# Starts a program (a command and its arguments) in the background and sets PID. A busy X
-# server now and then refuses a new client; a start that ends within a second saying so is
-# tried again, up to three times. The program's error output goes to the test's.
-launch() {
-  local log
-  log="$(mktemp /tmp/tallyon-launch.XXXXXX)"
-  for _ in 1 2 3; do
-    "$@" 2>"$log" & PID=$!
-    for _ in $(seq 20); do kill -0 "$PID" 2>/dev/null || break; sleep 0.05; done
-    kill -0 "$PID" 2>/dev/null || ! grep -q "could not connect to display" "$log" && break
-    wait "$PID" 2>/dev/null || true
-  done
-  cat "$log" >&2
-  rm -f "$log"
-}
+# Starts a program (a command and its arguments) in the background and sets PID.
+launch() { "$@" & PID=$!; }
 
 # A fresh program directory holding the executable and its data files.
 fresh_app_dir() {

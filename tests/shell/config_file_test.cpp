@@ -139,9 +139,10 @@ private slots:
         QCOMPARE(DirectoryEntries(appDir), QStringList());
     }
 
-    // Blanks, tabs, commas and line breaks all separate the numbers; a width below 1 reads 1;
-    // a comma ends SchemeFile.
-    void parsesSeparators()
+    // Blanks, tabs, commas and line breaks all separate the numbers; a number with a decimal
+    // point or an exponent is rounded half to even; a width below 1 reads 1; a comma ends
+    // SchemeFile, and a byte-order mark at its start stays part of it.
+    void parsesSeparatorsAndDecimals()
     {
         const std::pair<QByteArray, QString> files[] = {
             {"  7   2\t1  0 0 16777215 0 128 6  \r\n  xp.col  \r\n", "xp.col"},
@@ -150,6 +151,8 @@ private slots:
             {"7 2 0 0 0 16777215 0 128 6\r\nxp.col\r\n", "xp.col"},
             {"7 2 -5 0 0 16777215 0 128 6\r\nxp.col\r\n", "xp.col"},
             {"7 2 1 0 0 16777215 0 128 6\r\nmy,scheme.col\r\n", "my"},
+            {"7.49 2.5 0.5 0 0 16777215.0 -0.4 1.28E2 5.5\r\nxp.col\r\n", "xp.col"},
+            {"7 2 1 0 0 16777215 0 128 6\r\n\t\xef\xbb\xbf xp.col\r\n", QChar(0xFEFF) + QString(" xp.col")},
         };
         for (const auto& [bytes, scheme] : files) {
             const auto read = ParseConfig(bytes);
@@ -193,7 +196,8 @@ private slots:
         cfg("cfg no SchemeFile line", line1);
         cfg("cfg huge number", line1.left(10) + QByteArray(5000, '9') + "\r\nxp.col\r\n");
         cfg("cfg below 32 bits", "7 2 1 0 0 -2147483649 0 128 6\r\nxp.col\r\n");
-        cfg("cfg decimal point", "7.5 2 1 0 0 0 0 128 6\r\nxp.col\r\n");
+        cfg("cfg two decimal points", "7.5.1 2 1 0 0 0 0 128 6\r\nxp.col\r\n");
+        cfg("cfg exponent out of range", "7 2 1 0 0 3e9 0 128 6\r\nxp.col\r\n");
         cfg("cfg LF only", line1 + "\nxp.col\n", None, true);
         cfg("cfg CR only", line1 + "\rxp.col\r", None, true);
         cfg("cfg non-ASCII scheme", line1 + "\r\n" + nonAscii + "\r\n", None, true, QString::fromUtf8(nonAscii));
