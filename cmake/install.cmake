@@ -7,6 +7,28 @@ include(GNUInstallDirs)
 set(TALLYON_INSTALL_APPDIR "lib/tallyon" CACHE PATH
     "Directory, relative to the prefix, holding the executable and its data files")
 set(TALLYON_APP_ID "io.github.tallyon.Tallyon")
+# Whoever builds the package maintains it: "Name <address>", by default from the DEBFULLNAME
+# and DEBEMAIL that Debian's own tools read, or else the user and the host building it.
+set(TALLYON_MAINTAINER "" CACHE STRING "The Debian package's maintainer, \"Name <address>\"")
+if(NOT TALLYON_MAINTAINER)
+  set(user "$ENV{USER}")
+  if(NOT user)
+    set(user "$ENV{LOGNAME}")
+  endif()
+  if(NOT user)
+    set(user "root")
+  endif()
+  cmake_host_system_information(RESULT host QUERY HOSTNAME)
+  set(name "$ENV{DEBFULLNAME}")
+  if(NOT name)
+    set(name "${user}")
+  endif()
+  set(address "$ENV{DEBEMAIL}")
+  if(NOT address)
+    set(address "${user}@${host}")
+  endif()
+  set(TALLYON_MAINTAINER "${name} <${address}>")
+endif()
 set(TALLYON_DATA_DIR ${PROJECT_SOURCE_DIR}/data)
 
 if(NOT TARGET tallyon)
@@ -54,26 +76,46 @@ install(CODE "
 ")
 
 # The software-centre description and the icons.
+# The homepage comes from TALLYON_HOMEPAGE alone: without one, the metainfo names no address
+# and shows no screenshot (whose picture would live there), the copyright names no source and
+# the package no homepage.
 string(TIMESTAMP TALLYON_RELEASE_DATE "%Y-%m-%d" UTC)
+set(TALLYON_METAINFO_LINKS "")
+set(TALLYON_COPYRIGHT_SOURCE "")
+if(TALLYON_HOMEPAGE)
+  string(REGEX REPLACE "/*$" "/" home "${TALLYON_HOMEPAGE}")
+  set(TALLYON_METAINFO_LINKS "  <url type=\"homepage\">${TALLYON_HOMEPAGE}</url>
+  <screenshots>
+    <screenshot type=\"default\">
+      <caption>A 7 by 7 puzzle with part of its path linked</caption>
+      <image>${home}screenshots/half-built-path.png</image>
+    </screenshot>
+  </screenshots>
+")
+  set(TALLYON_COPYRIGHT_SOURCE "Source: ${TALLYON_HOMEPAGE}\n")
+  set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "${TALLYON_HOMEPAGE}")
+endif()
 configure_file(${TALLYON_DATA_DIR}/desktop/${TALLYON_APP_ID}.metainfo.xml.in
                ${CMAKE_BINARY_DIR}/${TALLYON_APP_ID}.metainfo.xml @ONLY)
+configure_file(${TALLYON_DATA_DIR}/debian/copyright.in ${CMAKE_BINARY_DIR}/copyright @ONLY)
+configure_file(${TALLYON_DATA_DIR}/debian/changelog.in ${CMAKE_BINARY_DIR}/changelog @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/${TALLYON_APP_ID}.metainfo.xml
         DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 # The manual page and the package's changelog, compressed as Debian expects, and the
 # copyright notice.
 find_program(TALLYON_GZIP gzip REQUIRED)
-foreach(pair "tallyon.6|tallyon.6.gz" "debian/changelog|changelog.gz")
+foreach(pair "${TALLYON_DATA_DIR}/tallyon.6|tallyon.6.gz" "${CMAKE_BINARY_DIR}/changelog|changelog.gz")
   string(REPLACE "|" ";" pair "${pair}")
   list(GET pair 0 src)
   list(GET pair 1 dst)
   add_custom_command(OUTPUT ${CMAKE_BINARY_DIR}/${dst}
-    COMMAND ${TALLYON_GZIP} -9 -n -c ${TALLYON_DATA_DIR}/${src} > ${CMAKE_BINARY_DIR}/${dst}
-    DEPENDS ${TALLYON_DATA_DIR}/${src} VERBATIM)
+    COMMAND ${TALLYON_GZIP} -9 -n -c ${src} > ${CMAKE_BINARY_DIR}/${dst}
+    DEPENDS ${src} VERBATIM)
   list(APPEND TALLYON_COMPRESSED ${CMAKE_BINARY_DIR}/${dst})
 endforeach()
 add_custom_target(tallyon_compressed ALL DEPENDS ${TALLYON_COMPRESSED})
 install(FILES ${CMAKE_BINARY_DIR}/tallyon.6.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man6)
-install(FILES ${CMAKE_BINARY_DIR}/changelog.gz ${TALLYON_DATA_DIR}/debian/copyright
+install(FILES ${CMAKE_BINARY_DIR}/changelog.gz ${CMAKE_BINARY_DIR}/copyright
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/tallyon)
 install(FILES ${TALLYON_DATA_DIR}/artwork/tallyon.svg
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
@@ -96,9 +138,8 @@ Every puzzle is generated on the spot; the game checks links, undoes moves,
 shows the solution, prints and copies pictures, and keeps colour schemes.")
 set(CPACK_PACKAGING_INSTALL_PREFIX "/usr")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Tallyon developers <tallyon@users.noreply.github.com>")
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${TALLYON_MAINTAINER}")
 set(CPACK_DEBIAN_PACKAGE_SECTION "games")
-set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://tallyon.github.io/")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, qt6-qpa-plugins")
 set(CPACK_STRIP_FILES ON)

@@ -27,8 +27,8 @@ BoardLook ScreenLook(const Board& board, const DrawStyle& style);
 // (the outlines of the boxes between neighbouring nodes) in GridColour at GridLineWidth.
 void DrawGrid(Canvas& canvas, const Board& board, const DrawStyle& style);
 
-// Draws one cell at its centre. A node: its shape filled with `fill`, outlined in GridColour,
-// and its digit in `fore`. A link cell: a patch of `fill` under its digit, and the digit in
+// Draws one cell at its centre. A node: its shape filled with `fill`, outlined in `fore`, and
+// its digit in `fore`. A link cell: a patch of `fill` under its digit, and the digit in
 // `fore`. A gap draws nothing.
 void DrawCell(Canvas& canvas, const Board& board, const DrawStyle& style, int row, int col, Colour fore, Colour fill);
 // DrawCell in the node colours (FontColour on ShapeColour) and in the link-cell colours

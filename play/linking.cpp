@@ -5,20 +5,27 @@
 #include "play/play_text.h"
 
 #include <cmath>
+#include <optional>
 #include <string>
 
 namespace tallyon {
 namespace {
 
-// The lattice coordinate under a picture coordinate, or 0 in the dead zone between two cells.
-int LatticeIndex(float position, int origin, int pitch)
+// The lattice coordinate under a picture coordinate, or nothing in the dead zone between two
+// cells. Beyond the board's first cell it is 0 or below: the "X" beside Start lies at 0.
+std::optional<int> LatticeIndex(float position, int origin, int pitch)
 {
     if (pitch <= 0)
-        return 0;
+        return std::nullopt;
     const double dx = std::floor(static_cast<double>(position) - origin);
     const int u = RoundHalfEven(2.0 * dx / pitch);
-    return (u % 2 == 0) ? u / 2 + 1 : 0;
+    if (u % 2 != 0)
+        return std::nullopt;
+    return u / 2 + 1;
 }
+
+// A hover caption: the coordinate as text, or "" in a dead zone.
+std::string HoverCaption(std::optional<int> index) { return index ? std::to_string(*index) : std::string(); }
 
 void ClearHover(PlayState& state)
 {
@@ -65,9 +72,11 @@ void HoverCell(PlayHost& host, const Board& board, PlayState& state, float x, fl
     if (board.List2.empty())
         return;
 
-    const int col = LatticeIndex(x, board.BoardLeft, board.CellPitch);
-    const int row = LatticeIndex(y, board.BoardTop, board.CellPitch);
-    host.SetHoverCaptions(row != 0 ? std::to_string(row) : "", col != 0 ? std::to_string(col) : "");
+    const std::optional<int> colIndex = LatticeIndex(x, board.BoardLeft, board.CellPitch);
+    const std::optional<int> rowIndex = LatticeIndex(y, board.BoardTop, board.CellPitch);
+    host.SetHoverCaptions(HoverCaption(rowIndex), HoverCaption(colIndex));
+    // Read back as numbers from the captions: an empty one reads as 0.
+    const int col = colIndex.value_or(0), row = rowIndex.value_or(0);
     if (!OnBoard(board, row, col) || board.CellState(row, col) != kLinkCell)
         return;
     state.HoverRow = row;

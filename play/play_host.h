@@ -29,10 +29,11 @@ struct DrawStyle {
     std::string FontFamily = "Arial";
 };
 
-// The grid size and path direction that the next new puzzle takes. The host keeps them in
-// one place, its settings (saved on Exit), and shows them on Label4 and Label6. A puzzle
-// already built keeps its own size and start side in its Board, so stepping these never
-// changes the puzzle being played.
+// The grid size and path direction that the next new puzzle takes, as the host shows them on
+// Label4 and Label6. The grid size is the setting saved on Exit; the direction is Label6's own,
+// which takes the setting at start-up and from the options, while its clicks leave the setting
+// alone. A puzzle already built keeps its own size and start side in its Board, so stepping
+// these never changes the puzzle being played.
 struct NextPuzzle {
     int GridSize = 7;
     int PathDirection = 0; // 0 Random, 1 Left, 2 Top; 3 and 4 lay the path from the left

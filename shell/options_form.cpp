@@ -110,6 +110,8 @@ void Form6::LoadSamples()
 
 void Form6::SelectPathDirection()
 {
+    // Read afresh from the main window's Label6 tag, which its clicks may have stepped.
+    state_.settings.PathDirection = state_.StartSideTag;
     const int direction = state_.settings.PathDirection;
     SelectOnly(Option5, direction >= 0 && direction < 5 ? direction : -1);
 }
@@ -207,8 +209,9 @@ void Form6::command1Click()
         if (Option5[i]->isChecked())
             s.PathDirection = i;
     }
-    // The main window's Label6 keeps its caption until it is next clicked; the new
-    // direction applies from the next puzzle.
+    // Into the main window's Label6 tag, for the next puzzle; its caption stays until the
+    // label is next clicked.
+    state_.StartSideTag = s.PathDirection;
     emit RefreshMainWindow();
 }
 

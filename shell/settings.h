@@ -52,6 +52,11 @@ struct AppState {
     Settings settings;
     SchemeTable SchemeColours = kXpSchemeColours;
     int ControlColourIndex = kSchemeControl;
+    // The main window's Label6 tag: the start side of the next puzzle (0 Random, 1 Left, 2 Top;
+    // 3 and 4 as Left). It takes PathDirection at start-up and from the options' Apply, and is
+    // stepped by clicks on Label6, which leave PathDirection alone; the options window reads
+    // PathDirection back from it each time it opens.
+    int StartSideTag = 0;
     QString PreviewSchemesFile; // bare "all.col", opened relative to the current directory
 };
 

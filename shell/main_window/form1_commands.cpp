@@ -210,7 +210,7 @@ void Form1::SetBoardEnabled(bool enabled)
     Picture4->setEnabled(enabled);
 }
 
-NextPuzzle Form1::Next() const { return {state_.settings.GridSize, state_.settings.PathDirection}; }
+NextPuzzle Form1::Next() const { return {state_.settings.GridSize, state_.StartSideTag}; }
 
 void Form1::SetNextGridSize(int size)
 {
@@ -220,7 +220,7 @@ void Form1::SetNextGridSize(int size)
 
 void Form1::SetNextPathDirection(int direction)
 {
-    state_.settings.PathDirection = direction;
+    state_.StartSideTag = direction; // the setting itself changes only in the options window
     // Directions 3 and 4, set only by the options, have no caption: the label keeps its own.
     if (const std::string caption = StartSideCaption(direction); !caption.empty())
         Label6->setText(QString::fromStdString(caption));

@@ -21,15 +21,16 @@ TEST(HoverZones, OffersOnlyLinkCellsWithinAQuarterPitch)
         int row, col; // a lattice point; 0 and BoardSpan + 1 lie outside the board
         float dx, dy; // the pointer's offset from it in twips; a quarter pitch is 156
         bool offered;
+        const char* captions; // Label1/Label2: the row and column, "" in a dead zone
     } cases[] = {
-        {"centre", 6, 3, 0, 0, true},         {"right edge floored", 6, 3, 156.9f, 0, true},
-        {"upper edge", 6, 3, 0, -156, true},  {"left edge", 6, 3, -156, 0, true},
-        {"lower edge", 6, 3, 0, 156, true},   {"past right", 6, 3, 157, 0, false},
-        {"past upper", 6, 3, 0, -157, false}, {"past left", 6, 3, -157, 0, false},
-        {"past lower", 6, 3, 0, 157, false},  {"node", 5, 3, 0, 0, false},
-        {"gap", 6, 4, 0, 0, false},           {"left ring", 3, 0, 0, 0, false},
-        {"right ring", 4, 10, 0, 0, false},   {"top ring", 0, 4, 0, 0, false},
-        {"bottom ring", 10, 3, 0, 0, false},
+        {"centre", 6, 3, 0, 0, true, "6/3"},         {"right edge floored", 6, 3, 156.9f, 0, true, "6/3"},
+        {"upper edge", 6, 3, 0, -156, true, "6/3"},  {"left edge", 6, 3, -156, 0, true, "6/3"},
+        {"lower edge", 6, 3, 0, 156, true, "6/3"},   {"past right", 6, 3, 157, 0, false, "6/"},
+        {"past upper", 6, 3, 0, -157, false, "/3"},  {"past left", 6, 3, -157, 0, false, "6/"},
+        {"past lower", 6, 3, 0, 157, false, "/3"},   {"node", 5, 3, 0, 0, false, "5/3"},
+        {"gap", 6, 4, 0, 0, false, "6/4"},           {"left ring, the Start X's column", 3, 0, 0, 0, false, "3/0"},
+        {"right ring", 4, 10, 0, 0, false, "4/10"},  {"top ring", 0, 4, 0, 0, false, "0/4"},
+        {"bottom ring", 10, 3, 0, 0, false, "10/3"}, {"beyond the ring", -1, 3, 0, 0, false, "-1/3"},
     };
     for (const auto& c : cases) {
         Board board;
@@ -46,10 +47,9 @@ TEST(HoverZones, OffersOnlyLinkCellsWithinAQuarterPitch)
                                      state.EndACol,  state.EndBRow,  state.EndBCol};
         EXPECT_EQ(hover, c.offered ? std::vector<int>({6, 3, 5, 3, 7, 3}) : std::vector<int>(6, 0)) << c.name;
         EXPECT_EQ(host.status, c.offered ? "Use 1 and 2 to make 3" : "") << c.name;
-        if (c.offered) {
-            EXPECT_EQ(host.rowCaption + "/" + host.columnCaption, "6/3");
+        EXPECT_EQ(host.rowCaption + "/" + host.columnCaption, c.captions) << c.name;
+        if (c.offered)
             continue;
-        }
         MakeLink(host, board, state, 1);
         EXPECT_TRUE(state.undolist.empty() && !host.timer) << c.name;
     }

@@ -167,17 +167,31 @@ private slots:
         QCOMPARE(closed.ConfigText(), closed.initialConfig);
         QVERIFY(closed.answers.calls.isEmpty());
 
-        Form1Fixture f;
-        f.ClickLabel("Label4", Qt::LeftButton); // 8x8
-        f.answers.next = 7;
-        f.window.ExitCommand();
-        QCOMPARE(f.answers.calls.last(), qMakePair(QString("Exit?"), QString("vbYesNo+vbquestion")));
-        QVERIFY(f.window.isVisible());
-        QCOMPARE(f.ConfigText(), f.initialConfig);
-        f.answers.next = 6;
-        f.window.ExitCommand();
-        QVERIFY(!f.window.isVisible());
-        QVERIFY(f.ConfigText().startsWith(" 8 "));
+        // The grid size is saved as Label4 shows it. A click on Label6 sets the next puzzle's
+        // start side only: the path direction saved stays the file's 0 ("Random") until the
+        // options window, which reads it back from the label, has been opened.
+        const auto savedNumbers = [](Form1Fixture& fixture) {
+            return fixture.ConfigText().section("\r\n", 0, 0).split(' ', Qt::SkipEmptyParts);
+        };
+        for (const bool openOptions : {false, true}) {
+            Form1Fixture f;
+            f.ClickLabel("Label4", Qt::LeftButton); // 8x8
+            f.ClickLabel("Label6", Qt::LeftButton); // Left
+            if (openOptions) {
+                f.window.OptionsForm()->show();
+                f.window.OptionsForm()->hide();
+            }
+            f.answers.next = 7;
+            f.window.ExitCommand();
+            QCOMPARE(f.answers.calls.last(), qMakePair(QString("Exit?"), QString("vbYesNo+vbquestion")));
+            QVERIFY(f.window.isVisible());
+            QCOMPARE(f.ConfigText(), f.initialConfig);
+            f.answers.next = 6;
+            f.window.ExitCommand();
+            QVERIFY(!f.window.isVisible());
+            QCOMPARE(savedNumbers(f).value(0), QString("8"));
+            QCOMPARE(savedNumbers(f).value(6), QString(openOptions ? "1" : "0"));
+        }
     }
 
     // At every size and from both sides the "X"s sit outside the board beside Start and End;

@@ -32,6 +32,7 @@ struct OptionsFixture {
     {
         state.settings = FreshInstallSettings();
         state.settings.PathDirection = 3;
+        state.StartSideTag = 3; // as the main window's start-up stores it
         form.show();
     }
     void Apply() { QTest::mouseClick(form.command1, Qt::LeftButton); }
