@@ -6,6 +6,7 @@
 #include "core/random.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -23,6 +24,10 @@ constexpr int kWalksPerPuzzle = 200;
 
 struct Tally {
     std::vector<double> millis, validShare, sideShare;
+    std::array<long, 3> grades{};
+    std::vector<int> lookAheads;
+    std::array<long, 5> onPath{}, nodes{}; // nodes with d valid links, and those on the path
+    long fullBlocks = 0;                   // puzzles with a 3x3 block of free nodes all linked
     long rounds = 0, boundHits = 0;
     std::set<std::string> paths;
     std::set<std::pair<int, int>> ends;
@@ -102,6 +107,48 @@ void CountDeadEnds(const View& v, Tally& t)
     }
 }
 
+// How many nodes have d valid links, on the path and in all; and whether some 3x3 block of
+// nodes off the path has all twelve of its links valid.
+void CountDegrees(const View& v, Tally& t)
+{
+    for (int node = 0; node < v.n * v.n; ++node) {
+        const auto d = static_cast<std::size_t>(CountNodes(v.valid.Neighbours(NodeBit(node))));
+        ++t.nodes[d];
+        t.onPath[d] += v.OnPath(node) ? 1 : 0;
+    }
+    for (int r = 0; r + 3 <= v.n; ++r)
+        for (int c = 0; c + 3 <= v.n; ++c) {
+            bool full = true;
+            for (int i = 0; i < 9 && full; ++i) {
+                const int node = (r + i / 3) * v.n + c + i % 3;
+                full = !v.OnPath(node) && (i % 3 == 2 || v.valid.IsOpen(node, node + 1)) &&
+                       (i / 3 == 2 || v.valid.IsOpen(node, node + v.n));
+            }
+            if (full) {
+                ++t.fullBlocks;
+                return;
+            }
+        }
+}
+
+// P(on the path | d valid links) for d = 2, 3, 4, and the largest difference between them.
+std::string DegreeTell(const Tally& t)
+{
+    double lo = 1.0, hi = 0.0;
+    std::string out;
+    for (std::size_t d = 2; d <= 4; ++d) {
+        const double share = static_cast<double>(t.onPath[d]) / static_cast<double>(std::max(1L, t.nodes[d]));
+        lo = std::min(lo, share);
+        hi = std::max(hi, share);
+        char text[16];
+        std::snprintf(text, sizeof text, "%.2f / ", share);
+        out += text;
+    }
+    char spread[16];
+    std::snprintf(spread, sizeof spread, "%.2f", hi - lo);
+    return out.substr(0, out.size() - 3) + " | " + spread;
+}
+
 // A walker who takes a random valid link to a node not yet visited and never backs up.
 void Walk(const View& v, Tally& t)
 {
@@ -130,32 +177,40 @@ int main(int argc, char** argv)
     const int puzzles = argc > 1 ? std::max(1, std::atoi(argv[1])) : 200;
     auto board = std::make_unique<Board>();
     std::printf("Puzzles per size: %d, laid from the left; %d walks per puzzle\n\n", puzzles, kWalksPerPuzzle);
-    std::printf(
-        "| GridSize | median ms | p99 ms | mean rounds | bound hit | distinct paths | distinct (Start, End) "
-        "| valid off-path share (median) | side-road share (median) | mean dead-end depth | walker success |\n");
-    std::printf("|---|---|---|---|---|---|---|---|---|---|---|\n");
+    std::printf("| GridSize | median ms | p99 ms | mean rounds | bound hit | distinct paths | distinct (Start, End) "
+                "| valid off-path share (median) | side-road share (median) | mean dead-end depth | walker success "
+                "| Easy / Medium / Hard | look-aheads (median, max) | P(path \\| 2 / 3 / 4 valid links) \\| spread "
+                "| full 3x3 free block |\n");
+    std::printf("|---|---|---|---|---|---|---|---|---|---|---|---|---|---|---|\n");
     for (int size = 4; size <= 10; ++size) {
         Tally t;
         for (int i = 0; i < puzzles; ++i) {
             board->GridSize = size;
             const auto start = std::chrono::steady_clock::now();
-            const BuildStats stats = BuildPuzzle(*board, kSideLeft, 8400);
+            const PuzzleStats stats = BuildPuzzle(*board, kSideLeft, 8400);
             const auto stop = std::chrono::steady_clock::now();
             t.millis.push_back(std::chrono::duration<double, std::milli>(stop - start).count());
             t.rounds += stats.Rounds;
             t.boundHits += stats.BoundHit ? 1 : 0;
+            ++t.grades[static_cast<std::size_t>(stats.Grading.grade)];
+            t.lookAheads.push_back(stats.Grading.lookAheads);
             t.paths.insert(board->PathList);
             t.ends.insert({board->StartNode, board->EndNode});
             const View view(*board);
             CountLinks(view, t);
             CountDeadEnds(view, t);
+            CountDegrees(view, t);
             Walk(view, t);
         }
-        std::printf("| %d | %.2f | %.2f | %.1f | %ld | %zu | %zu | %.1f%% | %.1f%% | %.2f | %.2f%% |\n", size,
-                    Percentile(t.millis, 0.5), Percentile(t.millis, 0.99), static_cast<double>(t.rounds) / puzzles,
-                    t.boundHits, t.paths.size(), t.ends.size(), Percentile(t.validShare, 0.5),
-                    Percentile(t.sideShare, 0.5), static_cast<double>(t.deadEndDepth) / std::max(1L, t.deadEnds),
-                    100.0 * t.walkWins / std::max(1L, t.walks));
+        std::sort(t.lookAheads.begin(), t.lookAheads.end());
+        std::printf(
+            "| %d | %.2f | %.2f | %.1f | %ld | %zu | %zu | %.1f%% | %.1f%% | %.2f | %.2f%% | %ld / %ld / %ld "
+            "| %d, %d | %s | %ld%% |\n",
+            size, Percentile(t.millis, 0.5), Percentile(t.millis, 0.99), static_cast<double>(t.rounds) / puzzles,
+            t.boundHits, t.paths.size(), t.ends.size(), Percentile(t.validShare, 0.5), Percentile(t.sideShare, 0.5),
+            static_cast<double>(t.deadEndDepth) / std::max(1L, t.deadEnds), 100.0 * t.walkWins / std::max(1L, t.walks),
+            t.grades[0], t.grades[1], t.grades[2], t.lookAheads[t.lookAheads.size() / 2], t.lookAheads.back(),
+            DegreeTell(t).c_str(), 100 * t.fullBlocks / puzzles);
     }
     return 0;
 }

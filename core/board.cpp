@@ -1,6 +1,7 @@
 // The board model's set-up: geometry, clearing, cell numbers and the path look-up.
 #include "core/board.h"
 
+#include <algorithm>
 #include <charconv>
 #include <climits>
 #include <cmath>
@@ -15,6 +16,46 @@ void IndexFault(const char* what, int first, int second)
     std::fprintf(stderr, "tallyon: index out of range in %s array: (%d, %d)\n", what, first, second);
     std::fflush(stderr);
     std::abort();
+}
+
+std::uint32_t NodePairArray::Key(int a, int b)
+{
+    if (a < 0 || a > Hi || b < 0 || b > Hi)
+        IndexFault("node pair", a, b);
+    return static_cast<std::uint32_t>(a) * (Hi + 1) + static_cast<std::uint32_t>(b);
+}
+
+namespace {
+
+template <typename Entries>
+auto FindEntry(Entries& entries, std::uint32_t key)
+{
+    return std::lower_bound(entries.begin(), entries.end(), key,
+                            [](const auto& entry, std::uint32_t k) { return entry.first < k; });
+}
+
+} // namespace
+
+int NodePairArray::operator()(int a, int b) const
+{
+    const std::uint32_t key = Key(a, b);
+    const auto at = FindEntry(entries_, key);
+    return at != entries_.end() && at->first == key ? at->second : 0;
+}
+
+void NodePairArray::Set(int a, int b, int value)
+{
+    const std::uint32_t key = Key(a, b);
+    const auto at = FindEntry(entries_, key);
+    const bool held = at != entries_.end() && at->first == key;
+    if (value == 0) {
+        if (held)
+            entries_.erase(at);
+    } else if (held) {
+        at->second = value;
+    } else {
+        entries_.insert(at, {key, value});
+    }
 }
 
 int RoundHalfEven(double value)
@@ -67,7 +108,7 @@ static void ClearCells(Board& board)
     board.CellNo.Fill(0);
     board.CellRow.Fill(0);
     board.CellCol.Fill(0);
-    board.NodeLinks.Fill(0);
+    board.NodeLinks.Clear();
 }
 
 static void NumberCells(Board& board)

@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tallyon {
@@ -63,23 +64,22 @@ private:
     std::array<int, Hi + 1> values_{};
 };
 
-// NodeLinks(a, b): indexed by two cell numbers, each 0 to 729. Kept on the heap (2 MB).
+// NodeLinks(a, b): indexed by two cell numbers, each 0 to 729; every entry is 0 until it is
+// set. A game sets a few hundred entries at most, so only those other than 0 are stored, in
+// the order of (a, b): lookups and writes take a binary search, and a clear frees nothing.
 class NodePairArray {
 public:
     static constexpr int Hi = 729;
-    NodePairArray() : values_(static_cast<std::size_t>(Hi + 1) * (Hi + 1), 0) {}
-    int& operator()(int a, int b) { return values_[Index(a, b)]; }
-    int operator()(int a, int b) const { return values_[Index(a, b)]; }
-    void Fill(int value) { std::fill(values_.begin(), values_.end(), value); }
+    int operator()(int a, int b) const;
+    void Set(int a, int b, int value);
+    // Every entry 0.
+    void Clear() { entries_.clear(); }
+    // The entries other than 0.
+    std::size_t Stored() const { return entries_.size(); }
 
 private:
-    static std::size_t Index(int a, int b)
-    {
-        if (a < 0 || a > Hi || b < 0 || b > Hi)
-            IndexFault("node pair", a, b);
-        return static_cast<std::size_t>(a) * (Hi + 1) + static_cast<std::size_t>(b);
-    }
-    std::vector<int> values_;
+    static std::uint32_t Key(int a, int b);
+    std::vector<std::pair<std::uint32_t, int>> entries_; // sorted by key, values never 0
 };
 
 // Values of CellState after a puzzle is built (during generation it holds the marks below).

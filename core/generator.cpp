@@ -46,20 +46,27 @@ void PrepareCellState(Board& board)
 
 } // namespace
 
-BuildStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int trace)
+PuzzleStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int trace)
 {
-    ResetBoard(board, pictureWidth);
-    const BuildStats stats = LayLongPath(board);
-    NumberPath(board, trace);
-    SpreadDecoys(board);
-    FillDecoys(board, trace);
-    CheckDecoys(board);
-    FillList2(board);
-    board.StartSide = ResolveStartSide(startSideTag);
-    if (board.StartSide == kSideTop)
-        TurnPath(board);
-    SetKeyNodes(board);
-    PrepareCellState(board);
+    PuzzleStats stats;
+    do {
+        ++stats.Builds;
+        ResetBoard(board, pictureWidth);
+        const BuildStats path = LayLongPath(board);
+        stats.Rounds = path.Rounds;
+        stats.BoundHit = path.BoundHit;
+        NumberPath(board, trace);
+        SpreadDecoys(board);
+        FillDecoys(board, trace);
+        CheckDecoys(board);
+        FillList2(board);
+        board.StartSide = ResolveStartSide(startSideTag);
+        if (board.StartSide == kSideTop)
+            TurnPath(board);
+        SetKeyNodes(board);
+        PrepareCellState(board);
+        stats.Grading = GradePuzzle(board);
+    } while (!stats.Grading.solved);
     return stats;
 }
 

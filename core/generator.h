@@ -9,6 +9,7 @@
 
 #include "core/board.h"
 #include "core/decoys.h"
+#include "core/grader.h"
 #include "core/numbers.h"
 #include "core/path.h"
 #include "core/path_round.h"
@@ -17,11 +18,20 @@
 
 namespace tallyon {
 
+// What BuildPuzzle did: the path rounds of the puzzle it kept, and its grade.
+struct PuzzleStats {
+    int Rounds = 0;        // LayPath rounds of the kept puzzle's path
+    bool BoundHit = false; // that path is the longest of kMaxPathRounds rounds
+    int Builds = 0;        // puzzles built until one could be solved by reasoning
+    GradeReport Grading;   // the kept puzzle's
+};
+
 // Builds a whole puzzle for board.GridSize: resets the board (geometry for pictureWidth),
 // lays the path, numbers it, fills the decoys, fills List2, resolves the start side from
 // startSideTag (0 Random, 1 Left, 2 Top, 3 and 4 as Left), turns it for Top, picks the
-// key nodes and prepares CellState for play.
-BuildStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int trace = 0);
+// key nodes and prepares CellState for play. A puzzle that the grader cannot solve by
+// reasoning is built again, from a new path, until one can; in practice the first one can.
+PuzzleStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int trace = 0);
 
 // The last stages of BuildPuzzle for a puzzle put back from its parts (puzzle_code.h): on a
 // board with its digits, StartSide, PathCells, PathList and path flags as BuildPuzzle leaves

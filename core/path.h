@@ -20,6 +20,7 @@ struct Step {
 // 'U' above kUpAbove, else 'D', each only when the board has room that way; a draw whose
 // way is closed falls through to the next rule. When no rule applies the given position is
 // returned with direction 0.
+inline constexpr int kStepDraws = 100; // a draw v is 0 to 99
 inline constexpr int kRightAbove = 75;
 inline constexpr int kLeftAbove = 50;
 inline constexpr int kUpAbove = 25;
@@ -44,7 +45,11 @@ Step ChooseStep(const Board& board, int row, int col);
 // before the right edge), the last accepted step being `last`: the walk never steps right
 // twice in a row, so each step right but the first needs another step between. An attempt
 // with fewer tries left is abandoned at once.
-int TriesToRightEdge(int boardSpan, int col, char last);
+inline int TriesToRightEdge(int boardSpan, int col, char last)
+{
+    const int rights = (boardSpan - col) / 2; // one "R" per two columns
+    return last == 'R' ? 2 * rights : 2 * rights - 1;
+}
 
 // Appends "<cell>," to PathList and cell to PathCells.
 void AppendPathCell(Board& board, int cell);
@@ -55,6 +60,13 @@ void SetStepFlags(Board& board, int row, int col, int newRow, int newCol, char d
 
 // Lays a node path from the left edge to the right edge (always turning).
 void LayPath(Board& board);
+
+struct WalkTables;
+struct WalkNodes;
+// Writes a walk (walk.h) as LayPath leaves its path: PathList and PathCells with its nodes'
+// numbers, the path flags of each step, StartNode, EndNode and KeyNodes 0 and 2. The path
+// marks of CellState and the flags must be clear where the walk goes.
+void WriteWalk(Board& board, const WalkTables& tables, const WalkNodes& walk);
 
 // Lays a path exactly as LayPath does, but only on a board on which nothing but LayPath and
 // ExpandPath has run since the last LayPath. Those two write no digits, so NodeValue is left

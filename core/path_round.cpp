@@ -1,102 +1,57 @@
 // The path rounds: LayPath and ExpandPath repeated until the path is long enough.
 #include "core/path_round.h"
 #include "core/path.h"
+#include "core/walk.h"
 
-#include <array>
 #include <cassert>
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace tallyon {
 namespace {
 
-// What a path round leaves on the board, kept for the longest round.
-struct PathRound {
-    std::string PathList;
-    std::vector<int> PathCells;
-    CellArray<int> PathLeft, PathRight, PathUp, PathDown;
-    CellArray<int> CellState;
-    int StartNode = 0;
-    int EndNode = 0;
-    std::array<int, 3> KeyNodes{};
-
-    void Take(const Board& b)
-    {
-        PathList = b.PathList;
-        PathCells = b.PathCells;
-        PathLeft = b.PathLeft;
-        PathRight = b.PathRight;
-        PathUp = b.PathUp;
-        PathDown = b.PathDown;
-        CellState = b.CellState;
-        StartNode = b.StartNode;
-        EndNode = b.EndNode;
-        KeyNodes = b.KeyNodes;
-    }
-    void Give(Board& b) const
-    {
-        b.PathList = PathList;
-        b.PathCells = PathCells;
-        b.PathLeft = PathLeft;
-        b.PathRight = PathRight;
-        b.PathUp = PathUp;
-        b.PathDown = PathDown;
-        b.CellState = CellState;
-        b.StartNode = StartNode;
-        b.EndNode = EndNode;
-        b.KeyNodes = KeyNodes;
-    }
-};
-
-int DecimalLength(int n)
+void ClearForWalk(Board& board)
 {
-    int length = 1;
-    for (; n >= 10; n /= 10)
-        ++length;
-    return length;
+    for (CellArray<int>* cells :
+         {&board.NodeValue, &board.CellState, &board.PathLeft, &board.PathRight, &board.PathUp, &board.PathDown})
+        for (int r = 1; r <= board.BoardSpan; ++r)
+            for (int c = 1; c <= board.BoardSpan; ++c)
+                (*cells)(r, c) = 0;
 }
 
-// The length ExpandPath will give the node list that LayPath left: each link cell's number
-// is the mean of its two nodes' numbers, and every number takes its digits and a comma.
-std::size_t ExpandedLength(const Board& board)
+// Lays the walk on the board and expands it, as LayPath and ExpandPath leave a path.
+void Lay(Board& board, const WalkTables& tables, const WalkNodes& walk)
 {
-    std::size_t length = board.PathList.size();
-    const std::vector<int>& nodes = board.PathCells;
-    for (std::size_t i = 1; i < nodes.size(); ++i)
-        length += static_cast<std::size_t>(DecimalLength((nodes[i - 1] + nodes[i]) / 2) + 1);
-    return length;
+    ClearForWalk(board);
+    WriteWalk(board, tables, walk);
+    ExpandPath(board);
 }
 
-// Lays paths until one is long enough or the round bound is reached; in the latter case
-// the longest path of all rounds (the first of that length) is put back. A round that is
-// neither long enough nor the longest so far is dropped by the next one untouched, so its
-// expansion is skipped.
 } // namespace
 
+// The rounds are drawn over the lattice alone; only the round that is kept (long enough, or
+// the longest of all when the bound is reached, the first of that length) is written to the
+// board and expanded.
 BuildStats LayLongPath(Board& board)
 {
     BuildStats stats;
     const std::size_t wanted = PathLengthWanted(board.GridSize);
-    std::unique_ptr<PathRound> longest;
+    const WalkTables tables(board);
+    WalkNodes walk, longest;
+    std::size_t longestLength = 0;
     for (;;) {
-        if (stats.Rounds == 0)
-            LayPath(board);
-        else
-            LayPathAgain(board);
+        WalkToRightEdge(tables, walk);
         ++stats.Rounds;
-        const std::size_t length = ExpandedLength(board);
-        if (length >= wanted || !longest || length > longest->PathList.size()) {
-            ExpandPath(board);
+        const std::size_t length = ExpandedLength(tables, walk);
+        if (length >= wanted) {
+            Lay(board, tables, walk);
             assert(board.PathList.size() == length);
-            if (length >= wanted)
-                return stats;
-            if (!longest)
-                longest = std::make_unique<PathRound>();
-            longest->Take(board);
+            return stats;
+        }
+        if (length > longestLength) {
+            longest = walk;
+            longestLength = length;
         }
         if (stats.Rounds >= kMaxPathRounds) {
-            longest->Give(board);
+            Lay(board, tables, longest);
             stats.BoundHit = true;
             return stats;
         }

@@ -7,10 +7,6 @@
 namespace tallyon {
 namespace {
 
-// The share of path nodes, in percent, below which merging groups stops: the merge that
-// takes the count of path nodes with a side road under it is the last one.
-constexpr int kSideRoadPercent = 58;
-
 // The number of links of the graph g between a node of a and a node of b.
 int LinkCount(const LinkGraph& g, NodeSet a, NodeSet b)
 {
@@ -110,7 +106,7 @@ public:
     // Folds a group into a neighbouring one while that makes more links valid than it loses
     // (its links to its own path node close, the links between the two groups open), as
     // long as enough path nodes keep a side road.
-    void MergeGroups(std::vector<NodeSet>& groups) const
+    void MergeGroups(std::vector<NodeSet>& groups, int keepRoadPercent) const
     {
         // A path node has a side road while its group is not empty or a shortcut leaves it.
         // The End node's side roads lead nowhere a player could want to go, so End is not
@@ -120,7 +116,7 @@ public:
         int withRoad = 0;
         for (std::size_t i = 0; i < last; ++i)
             withRoad += hasRoad(i) ? 1 : 0;
-        const int keep = (kSideRoadPercent * static_cast<int>(last) + 99) / 100;
+        const int keep = (keepRoadPercent * static_cast<int>(last) + 99) / 100;
         for (;;) {
             int bestGain = 0;
             std::size_t from = 0, into = 0;
@@ -188,11 +184,11 @@ private:
 
 } // namespace
 
-std::vector<NodeSet> FormSideGroups(const std::vector<int>& pathNodes, const LinkGraph& open)
+std::vector<NodeSet> FormSideGroups(const std::vector<int>& pathNodes, const LinkGraph& open, int keepRoadPercent)
 {
     const GroupBuilder builder(pathNodes, open);
     std::vector<NodeSet> groups = builder.GrowGroups();
-    builder.MergeGroups(groups);
+    builder.MergeGroups(groups, keepRoadPercent);
     return groups;
 }
 

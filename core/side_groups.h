@@ -9,8 +9,8 @@
 // Each path node first takes one free neighbour (a largest matching, so that as many path
 // nodes as possible get a side road); then the groups grow round-robin, one node per path
 // node per round, towards where they touch themselves most. Groups are then merged while
-// that makes more links inside groups than it takes from a group's own path node, until
-// too few path nodes would keep a side road.
+// that makes more links inside groups than it takes from a group's own path node, until the
+// share of path nodes (End aside) that keep a side road would fall below keepRoadPercent.
 #pragma once
 
 #include "core/chain_solver.h"
@@ -19,6 +19,6 @@
 
 namespace tallyon {
 
-std::vector<NodeSet> FormSideGroups(const std::vector<int>& pathNodes, const LinkGraph& open);
+std::vector<NodeSet> FormSideGroups(const std::vector<int>& pathNodes, const LinkGraph& open, int keepRoadPercent);
 
 } // namespace tallyon

@@ -4,8 +4,9 @@
 // link cell holds a digit (CellState 1 at path nodes, 3 at path link cells; PathCells set).
 // For any two node digits some link digit makes a link valid and at least three make it
 // invalid, so the choice is free; only off-path link cells change. Afterwards the path is
-// the only simple chain of valid links from Start through the Hint to End, proved by the
-// chain solver, and most path nodes have a valid side road.
+// the only simple chain of valid links from Start through the Hint to End, by the argument
+// of valid_links.cpp and the chain solver's proofs, and most path nodes have a valid side
+// road.
 #pragma once
 
 #include "core/board.h"
@@ -15,8 +16,6 @@ namespace tallyon {
 // Steps the solver may take to prove one extra valid link harmless; past it the link stays
 // invalid, so a doubtful puzzle is never made.
 inline constexpr long kLinkProofBudget = 4000;
-// Steps for the final proof over the whole board; past it only the dead ends stay valid.
-inline constexpr long kBoardProofBudget = 200000;
 
 void ChooseValidLinks(Board& board);
 

@@ -49,9 +49,9 @@ void ApplyMove(Board& board, const Move& move, LinkEntries entries)
     SetLinkFlags(board, move.value, move.rowA, move.colA, move.rowB, move.colB);
     const int idA = board.CellNo(move.rowA, move.colA);
     const int idB = board.CellNo(move.rowB, move.colB);
-    board.NodeLinks(idA, idB) = move.value;
+    board.NodeLinks.Set(idA, idB, move.value);
     if (entries == LinkEntries::Both)
-        board.NodeLinks(idB, idA) = move.value;
+        board.NodeLinks.Set(idB, idA, move.value);
 }
 
 Move Reversed(const Move& move)

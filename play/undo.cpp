@@ -21,9 +21,7 @@ void ClearUserLinks(Board& board)
             board.UserDown(row, col) = 0;
         }
     }
-    for (int a = 1; a <= NodePairArray::Hi; ++a)
-        for (int b = 1; b <= NodePairArray::Hi; ++b)
-            board.NodeLinks(a, b) = 0;
+    board.NodeLinks.Clear(); // every pair of cell numbers back to 0
 }
 
 void UndoNewest(PlayHost& host, Board& board, PlayState& state)

@@ -16,6 +16,9 @@ using namespace tallyon;
 namespace {
 
 constexpr int kPictureWidth = 8400; // twips, the board picture of the main window
+// Puzzles built for each one asked for with --grade before giving up: Medium and Easy come
+// within a few at every size; a grade that takes more is too rare at that size to wait for.
+constexpr int kGradeTries = 2000;
 
 struct Options {
     int size = 0;
@@ -25,13 +28,29 @@ struct Options {
     bool code = false;  // one puzzle code per line instead
     bool trace = false; // the generator describes each digit it lays, on standard error
     std::string decode; // a puzzle code to print instead of building puzzles
+    int grade = -1;     // keep only puzzles of this grade (Grade), or -1 for any
 };
 
 [[noreturn]] void Usage()
 {
-    std::fputs("usage: tallyon-gen --size N --side left|top|random [--count K] [--json | --code] [--trace]\n"
+    std::fputs("usage: tallyon-gen --size N --side left|top|random [--count K] [--grade easy|medium|hard]\n"
+               "                  [--json | --code] [--trace]\n"
                "       tallyon-gen --decode CODE [--json | --code]\n",
                stderr);
+    std::exit(2);
+}
+
+int ToGrade(std::string_view name)
+{
+    for (const Grade g : {Grade::Easy, Grade::Medium, Grade::Hard}) {
+        std::string lower = GradeName(g);
+        for (char& c : lower)
+            c = static_cast<char>(c | 0x20);
+        if (name == lower)
+            return static_cast<int>(g);
+    }
+    std::fprintf(stderr, "tallyon-gen: unknown grade \"%.*s\": use easy, medium or hard\n",
+                 static_cast<int>(name.size()), name.data());
     std::exit(2);
 }
 
@@ -65,6 +84,8 @@ Options Parse(int argc, char** argv)
             o.count = ToInt(value);
         else if (flag == "--decode")
             o.decode = value;
+        else if (flag == "--grade")
+            o.grade = ToGrade(value);
         else if (flag == "--side")
             o.sideTag = std::string_view(value) == "left"     ? kSideLeft
                         : std::string_view(value) == "top"    ? kSideTop
@@ -92,7 +113,7 @@ std::string Grid(const Board& b, const CellArray<int>& cells)
     return out + "]";
 }
 
-void PrintJson(const Board& b, const BuildStats& stats)
+void PrintJson(const Board& b, const PuzzleStats& stats)
 {
     std::string list2;
     for (const std::string& item : b.List2)
@@ -102,9 +123,17 @@ void PrintJson(const Board& b, const BuildStats& stats)
                 b.GridSize, b.BoardSpan, b.StartSide, b.KeyNodes[0], b.KeyNodes[1], b.KeyNodes[2], b.StartNode,
                 b.EndNode, b.PathList.c_str(), list2.c_str());
     std::printf("\"NodeValue\":%s,\"CellState\":%s,\"PathLeft\":%s,\"PathRight\":%s,\"PathUp\":%s,"
-                "\"PathDown\":%s,\"Rounds\":%d}\n",
+                "\"PathDown\":%s,\"Rounds\":%d,\"Grade\":\"%s\",\"LookAheads\":%d}\n",
                 Grid(b, b.NodeValue).c_str(), Grid(b, b.CellState).c_str(), Grid(b, b.PathLeft).c_str(),
-                Grid(b, b.PathRight).c_str(), Grid(b, b.PathUp).c_str(), Grid(b, b.PathDown).c_str(), stats.Rounds);
+                Grid(b, b.PathRight).c_str(), Grid(b, b.PathUp).c_str(), Grid(b, b.PathDown).c_str(), stats.Rounds,
+                GradeName(stats.Grading.grade), stats.Grading.lookAheads);
+}
+
+std::string GradeText(const GradeReport& r)
+{
+    if (!r.solved)
+        return "not solvable by reasoning alone";
+    return std::string(GradeName(r.grade)) + " (" + std::to_string(r.lookAheads) + " look-aheads)";
 }
 
 std::string Where(const Board& b, int cell)
@@ -114,13 +143,14 @@ std::string Where(const Board& b, int cell)
            std::to_string(b.NodeValue(b.CellRow[cell], b.CellCol[cell])) + ")";
 }
 
-void PrintText(const Board& b, const BuildStats& stats, int number)
+void PrintText(const Board& b, const PuzzleStats& stats, int number)
 {
     std::vector<bool> onPath(static_cast<std::size_t>(b.BoardSpan * b.BoardSpan + 1), false);
     for (const std::string& item : b.List2)
         onPath[static_cast<std::size_t>(std::stoi(item))] = true;
-    std::printf("Puzzle %d: %s, start %s, %d path rounds%s\n", number, GridSizeText(b.GridSize).c_str(),
-                SideName(b.StartSide), stats.Rounds, stats.BoundHit ? " (longest path of the bound)" : "");
+    std::printf("Puzzle %d: %s, start %s, %d path rounds%s, %s\n", number, GridSizeText(b.GridSize).c_str(),
+                SideName(b.StartSide), stats.Rounds, stats.BoundHit ? " (longest path of the bound)" : "",
+                GradeText(stats.Grading).c_str());
     std::printf("Legend: [d] path cell, {d} Start/Hint/End, blank: gap\n");
     for (int r = 1; r <= b.BoardSpan; ++r) {
         std::string line;
@@ -145,7 +175,7 @@ void PrintText(const Board& b, const BuildStats& stats, int number)
                 Where(b, b.KeyNodes[2]).c_str());
 }
 
-void Print(const Options& o, const Board& board, const BuildStats& stats, int number)
+void Print(const Options& o, const Board& board, const PuzzleStats& stats, int number)
 {
     if (o.code)
         std::printf("%s\n", EncodePuzzleCode(board).c_str());
@@ -169,12 +199,25 @@ int main(int argc, char** argv)
             std::fprintf(stderr, "tallyon-gen: the puzzle code cannot be used: %s\n", result.problem.c_str());
             return 1;
         }
-        Print(o, *board, BuildStats{}, 1);
+        PuzzleStats stats;
+        stats.Grading = GradePuzzle(*board);
+        Print(o, *board, stats, 1);
         return 0;
     }
     for (int i = 1; i <= o.count; ++i) {
-        board->GridSize = o.size;
-        const BuildStats stats = BuildPuzzle(*board, o.sideTag, kPictureWidth, o.trace ? 1 : 0);
+        PuzzleStats stats;
+        for (int tries = 0;; ++tries) {
+            if (tries == kGradeTries) {
+                std::fprintf(stderr,
+                             "tallyon-gen: no %s puzzle at %s among %d built; that grade is too rare at this size\n",
+                             GradeName(static_cast<Grade>(o.grade)), GridSizeText(o.size).c_str(), kGradeTries);
+                return 1;
+            }
+            board->GridSize = o.size;
+            stats = BuildPuzzle(*board, o.sideTag, kPictureWidth, o.trace ? 1 : 0);
+            if (o.grade < 0 || static_cast<int>(stats.Grading.grade) == o.grade)
+                break;
+        }
         Print(o, *board, stats, i);
     }
     return 0;

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace tallyon {
 namespace {
 
@@ -53,13 +55,44 @@ TEST(BoardModel, IsOnPathIsAPlainTextSearch)
         EXPECT_EQ(IsOnPath(*board, t.row, t.col), t.at) << t.row << "," << t.col;
 }
 
+// NodeLinks keeps only its entries other than 0: every write and read over the whole index
+// range, corners included, must agree with a plain table of 730 x 730 integers.
+TEST(BoardModel, NodeLinksReadsBackEveryWriteLikeAFullTable)
+{
+    testing::TickingClock clock;
+    NodePairArray links;
+    std::vector<int> full(730 * 730, 0);
+    const int corners[] = {0, 1, 728, 729};
+    std::vector<std::pair<int, int>> written;
+    for (int a : corners)
+        for (int b : corners)
+            written.push_back({a, b});
+    for (int i = 0; i < 3000; ++i)
+        written.push_back({RandomInt(730, 0), RandomInt(730, 0)});
+    for (std::size_t i = 0; i < written.size(); ++i) {
+        const auto [a, b] = written[i];
+        const int value = i % 3 == 2 ? 0 : RandomInt(5, -2); // clears and overwrites, any sign
+        links.Set(a, b, value);
+        full[static_cast<std::size_t>(a * 730 + b)] = value;
+        const auto [c, d] = written[static_cast<std::size_t>(RandomInt(static_cast<int>(i) + 1, 0))];
+        ASSERT_EQ(links(c, d), full[static_cast<std::size_t>(c * 730 + d)]) << c << "," << d;
+    }
+    for (int a = 0; a <= NodePairArray::Hi; ++a)
+        for (int b = 0; b <= NodePairArray::Hi; ++b)
+            ASSERT_EQ(links(a, b), full[static_cast<std::size_t>(a * 730 + b)]) << a << "," << b;
+    EXPECT_EQ(links.Stored(),
+              static_cast<std::size_t>(std::count_if(full.begin(), full.end(), [](int v) { return v != 0; })));
+    links.Clear();
+    EXPECT_TRUE(links.Stored() == 0 && links(729, 729) == 0 && links(0, 0) == 0);
+}
+
 TEST(BoardModelDeathTest, IndexOutsideTheArraysAborts)
 {
     auto board = std::make_unique<Board>();
     EXPECT_DEATH(board->NodeValue(28, 1) = 1, "cell.*28");
     EXPECT_DEATH(board->CellState(1, -2) = 1, "cell.*-2");
     EXPECT_DEATH(board->CellRow[730] = 1, "cell number.*730");
-    EXPECT_DEATH(board->NodeLinks(0, 730) = 1, "node pair.*730");
+    EXPECT_DEATH(board->NodeLinks.Set(0, 730, 1), "node pair.*730");
     board->NodeValue(-1, 27) = 5; // the edges of the ranges are fine
     EXPECT_EQ(board->NodeValue(-1, 27), 5);
 }

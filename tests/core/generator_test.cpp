@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 
@@ -85,16 +86,26 @@ std::pair<int, int> DecoyShares(const Board& b, const std::vector<int>& cells)
     return {100 * valid / all, static_cast<int>(200 * withRoad / (cells.size() - 1))};
 }
 
+// The path's links between its nodes.
+LinkGraph PathLinks(const Board& b, const std::vector<int>& cells)
+{
+    LinkGraph g = LinkGraph::Empty(b.GridSize + 1);
+    const auto node = [&](int cell) { return NodeIndex(b.GridSize, b.CellRow[cell], b.CellCol[cell]); };
+    for (std::size_t i = 0; i + 2 < cells.size(); i += 2)
+        g.SetLink(node(cells[i]), node(cells[i + 2]), true);
+    return g;
+}
+
 class BuiltPuzzles : public ::testing::TestWithParam<int> {};
 
 TEST_P(BuiltPuzzles, HaveTheirPropertiesAndOneChainFromStartToEnd)
 {
     const int size = GetParam();
     auto board = FreshBoard(size);
-    int valid = 0, sideRoads = 0;
+    int valid = 0, sideRoads = 0, builds = 0;
     for (int side : {kSideLeft, kSideTop})
         for (int i = 0; i < PuzzlesPerCase(); ++i) {
-            const BuildStats stats = BuildPuzzle(*board, side, 8400);
+            const PuzzleStats stats = BuildPuzzle(*board, side, 8400);
             SCOPED_TRACE(::testing::Message() << "size " << size << " side " << side << " puzzle " << i);
             ASSERT_EQ(board->StartSide, side);
             ASSERT_TRUE(stats.Rounds >= 1 &&
@@ -106,6 +117,11 @@ TEST_P(BuiltPuzzles, HaveTheirPropertiesAndOneChainFromStartToEnd)
             ASSERT_NO_FATAL_FAILURE(CheckPath(*board, side, cells));
             const ChainCount chains = CountBoardChains(*board);
             ASSERT_TRUE(chains.complete && chains.chains == 1) << chains.chains << " chains";
+            // Solved by reasoning, to the path itself.
+            ASSERT_TRUE(stats.Grading.solved);
+            builds += stats.Builds;
+            ASSERT_TRUE(ToLinkGraph(stats.Grading.known.forced, size + 1).right == PathLinks(*board, cells).right &&
+                        ToLinkGraph(stats.Grading.known.forced, size + 1).down == PathLinks(*board, cells).down);
             const auto [validShare, sideRoadShare] = DecoyShares(*board, cells);
             valid += validShare;
             sideRoads += sideRoadShare;
@@ -113,6 +129,9 @@ TEST_P(BuiltPuzzles, HaveTheirPropertiesAndOneChainFromStartToEnd)
     // Averaged over the puzzles: most off-path links valid, and most path nodes with a side
     // road. The 6x6 boards fall short of most: their long paths leave the fewest free nodes.
     const int puzzles = 2 * PuzzlesPerCase();
+    // The grader's check that makes a puzzle be built again is a safety net: the first build
+    // nearly always has one chain that reasoning finds.
+    EXPECT_LE(builds, puzzles + puzzles / 100);
     EXPECT_GE(valid / puzzles, size == 6 ? 48 : 53);
     EXPECT_GE(sideRoads / puzzles, 52);
 }
@@ -136,6 +155,46 @@ TEST(BuildPuzzle, SmallBoardsVaryTheirPaths)
 {
     EXPECT_GE(PathsUnderTickingClock(4, 200).size(), 10u);
     EXPECT_GE(PathsUnderTickingClock(5, 200).size(), 30u);
+}
+
+// A node's count of valid links must say little of whether it is on the path: over 200 puzzles
+// of each size, the shares of path nodes among the nodes with 2, 3 and 4 valid links lie within
+// 0.12 of each other (0.20 up to 6x6, whose paths cover most of the board); and no 3x3 block
+// of nodes off the path has all its twelve links valid. A clock that repeats every run makes
+// the sample the same each time.
+TEST(BuildPuzzle, ValidLinkCountsDoNotGiveThePathAway)
+{
+    TickingClock clock;
+    for (int size = 4; size <= 10; ++size) {
+        auto board = FreshBoard(size);
+        long onPath[5] = {}, all[5] = {};
+        for (int i = 0; i < 200; ++i) {
+            BuildPuzzle(*board, kSideLeft, 8400);
+            const LinkGraph valid = ValidLinkGraph(*board);
+            const LinkGraph path = PathLinks(*board, Numbers(board->PathList));
+            const int n = size + 1;
+            for (int v = 0; v < n * n; ++v) {
+                const int d = CountNodes(valid.Neighbours(NodeBit(v)));
+                ++all[d];
+                onPath[d] += path.Neighbours(NodeBit(v)) ? 1 : 0;
+            }
+            for (int v = 0; v < n * n; ++v) {
+                bool full = v % n + 2 < n && v / n + 2 < n;
+                for (int k = 0; k < 9 && full; ++k) {
+                    const int w = v + k / 3 * n + k % 3;
+                    full = !path.Neighbours(NodeBit(w)) && (k % 3 == 2 || valid.IsOpen(w, w + 1)) &&
+                           (k / 3 == 2 || valid.IsOpen(w, w + n));
+                }
+                ASSERT_FALSE(full) << "size " << size << " puzzle " << i << ": a full block at node " << v;
+            }
+        }
+        double lo = 1, hi = 0;
+        for (int d = 2; d <= 4; ++d) {
+            lo = std::min(lo, static_cast<double>(onPath[d]) / all[d]);
+            hi = std::max(hi, static_cast<double>(onPath[d]) / all[d]);
+        }
+        EXPECT_LE(hi - lo, size <= 6 ? 0.20 : 0.12) << "size " << size;
+    }
 }
 
 TEST(BuildPuzzle, DecoyStagesLeaveThePathDigitsAlone)
