@@ -76,6 +76,13 @@ public:
     void Clear() { entries_.clear(); }
     // The entries other than 0.
     std::size_t Stored() const { return entries_.size(); }
+    // Calls visit(a, b, value) for every entry other than 0, in the order of (a, b).
+    template <typename Visit>
+    void ForEachStored(Visit visit) const
+    {
+        for (const auto& [key, value] : entries_)
+            visit(static_cast<int>(key / (Hi + 1)), static_cast<int>(key % (Hi + 1)), value);
+    }
 
 private:
     static std::uint32_t Key(int a, int b);

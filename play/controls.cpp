@@ -70,6 +70,7 @@ void NewPuzzle(PlayHost& host, Board& board, PlayState& state, int button)
     ClearForNewPuzzle(host, state);
     BuildPuzzle(board, host.Next().PathDirection, host.PictureWidth());
     PuzzleBuilt(host, board, state);
+    host.GameChanged();
 }
 
 bool NewPuzzleFromCode(PlayHost& host, Board& board, PlayState& state, const std::string& code)
@@ -82,6 +83,7 @@ bool NewPuzzleFromCode(PlayHost& host, Board& board, PlayState& state, const std
     BeginBuilding(host);
     ClearForNewPuzzle(host, state);
     PuzzleBuilt(host, board, state);
+    host.GameChanged();
     return true;
 }
 

@@ -109,6 +109,8 @@ void MakeLink(PlayHost& host, Board& board, PlayState& state, int button)
     }
     ForgetEnds(state);
     host.SetCheckTimer(true);
+    if (value >= 0)
+        host.GameChanged();
 }
 
 } // namespace tallyon

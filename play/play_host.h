@@ -75,6 +75,9 @@ public:
     virtual DrawStyle Style() const = 0;
     // The window's layout step and colour application, run before a full redraw.
     virtual void ApplyLayoutAndColours() = 0;
+    // The game in play changed: a new puzzle, one from a code, a link made or removed, an
+    // undo, a redo or a reset, each after it is drawn. The host may keep the game to resume.
+    virtual void GameChanged() {}
 };
 
 // Hover and undo state of play, owned by the main window beside the Board.

@@ -56,9 +56,11 @@ void UndoMove(PlayHost& host, Board& board, PlayState& state, int button)
         UndoNewest(host, board, state);
         // Redoing on a cleared board would bring back single links out of their context.
         state.redolist.clear();
+        host.GameChanged();
         return;
     }
     UndoNewest(host, board, state);
+    host.GameChanged();
 }
 
 void RedoMove(PlayHost& host, Board& board, PlayState& state)
@@ -67,8 +69,10 @@ void RedoMove(PlayHost& host, Board& board, PlayState& state)
         return;
     const Move move = ParseMoveRecord(state.redolist.front());
     state.redolist.erase(state.redolist.begin());
-    if (!OnBoard(board, move.rowA, move.colA) || !OnBoard(board, move.rowB, move.colB))
+    if (!OnBoard(board, move.rowA, move.colA) || !OnBoard(board, move.rowB, move.colB)) {
+        host.GameChanged(); // the record is gone
         return;
+    }
     // As a release on the board makes it: both link entries, the drawing, a record and Timer2.
     ApplyMove(board, move, LinkEntries::Both);
     {
@@ -77,6 +81,7 @@ void RedoMove(PlayHost& host, Board& board, PlayState& state)
     }
     state.undolist.insert(state.undolist.begin(), MoveRecord(move));
     host.SetCheckTimer(true);
+    host.GameChanged();
 }
 
 } // namespace tallyon

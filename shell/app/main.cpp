@@ -26,10 +26,11 @@ void ProcessPendingEvents()
 }
 
 // What the command line asks for: an exit code when the program should end at once, else the
-// puzzle code to start with (empty for none).
+// puzzle code to start with (empty for none) or the saved game.
 struct CommandLine {
     std::optional<int> exitCode;
     QString puzzleCode;
+    bool resume = false;
 };
 
 // Reads the command line before any window system is touched, so that --help and --version
@@ -53,6 +54,11 @@ CommandLine HandleCommandLine(int argc, char* argv[])
                                                    "text File > Copy to Clipboard puts beside the picture)."),
                                     QStringLiteral("CODE"));
     parser.addOption(puzzle);
+    const QCommandLineOption resume(
+        QStringLiteral("resume"), QStringLiteral("Starts with the game left last, as Ctrl+R puts it back: the puzzle, "
+                                                 "its links and its undo and redo history. The game is kept in "
+                                                 "$XDG_STATE_HOME/tallyon/game (~/.local/state/tallyon/game)."));
+    parser.addOption(resume);
     // The window system's own options, which QApplication takes later, are let through.
     for (const char* name :
          {"platform", "display", "style", "stylesheet", "geometry", "qwindowgeometry", "qwindowtitle", "qwindowicon",
@@ -83,7 +89,12 @@ CommandLine HandleCommandLine(int argc, char* argv[])
         std::printf("tallyon %s\n", TALLYON_VERSION);
         return {0, {}};
     }
-    return {std::nullopt, parser.value(puzzle)};
+    if (parser.isSet(puzzle) && parser.isSet(resume)) {
+        std::fputs("tallyon: --puzzle and --resume each name the game to start with: give one\nTry 'tallyon --help'.\n",
+                   stderr);
+        return {2, {}};
+    }
+    return {std::nullopt, parser.value(puzzle), parser.isSet(resume)};
 }
 
 } // namespace
@@ -108,5 +119,7 @@ int main(int argc, char* argv[])
     window.show();
     if (!command.puzzleCode.isEmpty())
         window.LoadPuzzleCode(command.puzzleCode);
+    if (command.resume)
+        window.ResumeGame();
     return QApplication::exec();
 }

@@ -63,6 +63,12 @@ KeyAction ActionForKey(int key, Qt::KeyboardModifiers modifiers, bool release, b
             return {KeyCommand::NewPuzzle};
         case Qt::Key_P:
             return {KeyCommand::Print};
+        case Qt::Key_R:
+            return {KeyCommand::Resume};
+        case Qt::Key_V:
+            return {KeyCommand::PasteCode};
+        case Qt::Key_C:
+            return {KeyCommand::CopyCode};
         default:
             return {};
         }
@@ -147,6 +153,15 @@ void BoardKeys::Run(const KeyAction& a)
         return;
     case KeyCommand::FileMenu:
         commands_.openFileMenu();
+        return;
+    case KeyCommand::Resume:
+        commands_.resume();
+        return;
+    case KeyCommand::PasteCode:
+        commands_.pasteCode();
+        return;
+    case KeyCommand::CopyCode:
+        commands_.copyCode();
         return;
     case KeyCommand::None:
         return;

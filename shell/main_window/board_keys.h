@@ -34,6 +34,9 @@ enum class KeyCommand {
     Instructions, // F1
     Print,        // Ctrl+P
     FileMenu,     // Alt+F
+    Resume,       // Ctrl+R
+    PasteCode,    // Ctrl+V
+    CopyCode,     // Ctrl+C
 };
 
 struct KeyAction {
@@ -52,6 +55,9 @@ public:
     struct WindowCommands {
         std::function<void()> print;
         std::function<void()> openFileMenu;
+        std::function<void()> resume;
+        std::function<void()> pasteCode;
+        std::function<void()> copyCode;
     };
     BoardKeys(QWidget& window, PlayHost& host, Board& board, PlayState& state, WindowCommands commands);
 

@@ -63,7 +63,9 @@ Form1::Form1(AppState& state, QWidget* parent) : QMainWindow(parent), state_(sta
     LayoutControls();
     statusLog_ = qEnvironmentVariable("TALLYON_STATUS_FILE");
     new BoardKeys(*this, *this, board_, play_,
-                  {[this] { PrintCommand(); }, [this] { menuBar()->setActiveAction(mnuzerosum->menuAction()); }});
+                  {[this] { PrintCommand(); }, [this] { menuBar()->setActiveAction(mnuzerosum->menuAction()); },
+                   [this] { ResumeGame(); }, [this] { PasteCode(); }, [this] { CopyCode(); }});
+    setAcceptDrops(true);
 }
 
 Form1::~Form1() = default;
@@ -272,7 +274,5 @@ void Form1::Start()
     DrawGrid(*OpenBoardCanvas(), board_, Style());
     SetStatus("Click Create New Puzzle to create a new puzzle");
 }
-
-bool Form1::LoadPuzzleCode(const QString& code) { return NewPuzzleFromCode(*this, board_, play_, code.toStdString()); }
 
 } // namespace tallyon

@@ -42,8 +42,18 @@ public:
     // The File > Exit command: asks "Exit?", and on Yes saves and closes every window.
     void ExitCommand();
     // Builds and shows the puzzle a puzzle code names, as New Puzzle would; a code that cannot
-    // be used is explained in a message box and leaves the board as it was.
+    // be used is explained in a message box and leaves the board as it was. Blanks and line
+    // ends around the code are ignored.
     bool LoadPuzzleCode(const QString& code);
+    // Puts back the game kept by GameChanged: the puzzle, the player's links, the undo and redo
+    // history, the next puzzle's labels and the check's indicator and timer. A saved game that
+    // cannot be used is explained in a message box and moved aside as "game.bad"; the board
+    // stays as it was. Returns whether the game was put back.
+    bool ResumeGame();
+    // The puzzle code on the clipboard (Ctrl+V), as LoadPuzzleCode; the current puzzle's code
+    // onto the clipboard as text (Ctrl+C).
+    void PasteCode();
+    void CopyCode();
 
     Board& board() { return board_; }
     PlayState& playState() { return play_; }
@@ -66,9 +76,14 @@ public:
     std::unique_ptr<Canvas> OpenBoardCanvas() override;
     DrawStyle Style() const override;
     void ApplyLayoutAndColours() override;
+    // Writes the game to the saved-game file; a failure shows a status line, once a run.
+    void GameChanged() override;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    // A puzzle code dropped on the window as text is played as LoadPuzzleCode plays it.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void BuildControls();
@@ -90,6 +105,8 @@ private:
     bool exiting_ = false;
     // TALLYON_STATUS_FILE: a file that every status line is appended to, for scripted runs.
     QString statusLog_;
+    Colour indicator_ = 0;          // Label8's colour, as the saved game keeps it
+    bool saveFailureShown_ = false; // a failed save is reported once a run
 
     PictureBox* Picture1 = nullptr;
     PictureBox* Picture4 = nullptr;

@@ -176,7 +176,11 @@ void Form1::SetHoverCaptions(const std::string& row, const std::string& column)
     Label2->setText(QString::fromStdString(column));
 }
 
-void Form1::SetIndicator(Colour colour) { windowpaint::SetBackground(Label8, colour); }
+void Form1::SetIndicator(Colour colour)
+{
+    indicator_ = colour;
+    windowpaint::SetBackground(Label8, colour);
+}
 
 void Form1::SetCheckTimer(bool enabled)
 {

@@ -103,6 +103,7 @@ public:
     }
     DrawStyle Style() const override { return style; }
     void ApplyLayoutAndColours() override { Note("layout"); }
+    void GameChanged() override { Note("saved"); }
 
 private:
     void Note(const std::string& request) { requests.push_back(request); }

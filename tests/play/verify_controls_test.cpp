@@ -159,9 +159,9 @@ TEST(VerifyDisplay, TimerTicksColourTheIndicator)
     EXPECT_TRUE(host.requests.empty());
 }
 
-// A release on the board links, records, redraws and starts the timer; an undo takes the
-// indicator back to the background and clears the status line; a reset asks first and stops
-// the timer.
+// A release on the board links, records, redraws, starts the timer and has the game kept; an
+// undo takes the indicator back to the background and clears the status line; a reset asks
+// first and stops the timer. A release that changes nothing keeps nothing.
 TEST(PlayRequests, LinkUndoAndResetAskTheWindowInOrder)
 {
     Board board;
@@ -169,18 +169,18 @@ TEST(PlayRequests, LinkUndoAndResetAskTheWindowInOrder)
     FakeHost host;
     PlayState state;
     ClickCell(host, board, state, 3, 2);
-    EXPECT_EQ(host.requests, Texts({"status:", "status:Use 1 and 1 to make 1", "timer:on"}));
+    EXPECT_EQ(host.requests, Texts({"status:", "status:Use 1 and 1 to make 1", "timer:on", "saved"}));
     host.requests.clear();
     ClickCell(host, board, state, 3, 2);
     EXPECT_EQ(host.requests, Texts({"status:", "status:Use 1 and 1 to make 1", "status:Lined already", "timer:on"}));
     host.requests.clear();
     UndoMove(host, board, state, 1);
-    EXPECT_EQ(host.requests, Texts({"indicator:" + FakeHost::ColourText(host.style.Background), "status:"}));
+    EXPECT_EQ(host.requests, Texts({"indicator:" + FakeHost::ColourText(host.style.Background), "status:", "saved"}));
     ClickCell(host, board, state, 3, 2);
     host.requests.clear();
     UndoMove(host, board, state, 2);
     EXPECT_EQ(host.requests, Texts({"ask:Clear all user entries?", "timer:off",
-                                    "indicator:" + FakeHost::ColourText(host.style.Background), "status:"}));
+                                    "indicator:" + FakeHost::ColourText(host.style.Background), "status:", "saved"}));
 }
 
 TEST(NewPuzzle, BuildsFromTheNextSettingsOrARandomSizeAndKeepsTheHistory)

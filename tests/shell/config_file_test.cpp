@@ -8,10 +8,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
-#include <csignal>
 #include <optional>
 
 using namespace tallyon;
@@ -26,20 +24,6 @@ const QString kCol = "all.col";
 // FullDisk fails the exit's write part way, as a full disk does: the file size limit stands in
 // for the disk, so the test needs no mount.
 enum Obstacle { None, Missing, Directory, ReadOnlyFile, ReadOnlyDirectory, Fifo, FullDisk };
-
-// While alive, no file may grow past a few bytes; writes beyond fail as on a full disk.
-struct FileSizeLimit {
-    FileSizeLimit()
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &old);
-        rlimit tiny = old;
-        tiny.rlim_cur = 16;
-        setrlimit(RLIMIT_FSIZE, &tiny);
-    }
-    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &old); }
-    rlimit old{};
-};
 
 QPair<QString, QString> CfgMessage(const QString& path, const char* outcome, const char* style)
 {

@@ -7,6 +7,10 @@
 #include <QDir>
 #include <QFile>
 
+#include <sys/resource.h>
+
+#include <csignal>
+
 namespace tallyon::testing {
 
 inline bool WriteBytes(const QString& path, const QByteArray& bytes)
@@ -35,6 +39,21 @@ inline QByteArray Block(const QByteArray& name, int base)
         b += QByteArray::number(base + i) + ";10;20\r\n";
     return b;
 }
+
+// While alive, no file may grow past a few bytes; writes beyond fail as on a full disk, even
+// for the superuser, who may write to any folder.
+struct FileSizeLimit {
+    FileSizeLimit()
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &old);
+        rlimit tiny = old;
+        tiny.rlim_cur = 16;
+        setrlimit(RLIMIT_FSIZE, &tiny);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &old); }
+    rlimit old{};
+};
 
 // A scheme table no file holds, to see which entries a load changed.
 inline SchemeTable Marked()

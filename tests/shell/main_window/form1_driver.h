@@ -45,6 +45,8 @@ struct Form1Fixture {
             WriteBytes(root + "tallyon.cfg", *config.bytes);
         initialConfig = ConfigText();
         state.AppDir = root;
+        // The saved game goes into this directory too, never the player's own state folder.
+        qputenv("XDG_STATE_HOME", (root + "state").toLocal8Bit());
         window.Start();
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -88,12 +90,19 @@ struct Form1Fixture {
         ClickAt(QPointF(b.CellX(row, col) / 15.0, b.CellY(row, col) / 15.0), which);
     }
 
-    // The same at a point of the board picture, in pixels.
-    void ClickAt(QPointF at, Qt::MouseButton which)
+    // Moves the pointer to a point of the board picture, in pixels: the keyboard's cursor goes.
+    void MovePointer(QPointF at)
     {
         PictureBox* box = picture();
         QMouseEvent move(QEvent::MouseMove, at, box->mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
         QApplication::sendEvent(box, &move);
+    }
+
+    // The same at a point of the board picture, in pixels.
+    void ClickAt(QPointF at, Qt::MouseButton which)
+    {
+        PictureBox* box = picture();
+        MovePointer(at);
         QMouseEvent release(QEvent::MouseButtonRelease, at, box->mapToGlobal(at), which, Qt::NoButton, Qt::NoModifier);
         QApplication::sendEvent(box, &release);
     }

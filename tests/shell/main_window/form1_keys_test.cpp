@@ -1,5 +1,6 @@
 // The main window from the keyboard: a puzzle started from its code and typed with
-// Shift+arrows, undo and redo, Tab and Space on the controls, and the code on the clipboard.
+// Shift+arrows, undo and redo, Tab and Space on the controls, the game resumed, and codes
+// pasted, dropped and copied.
 #include "form1_driver.h"
 
 #include "core/generator.h"
@@ -11,6 +12,7 @@
 #include <QGuiApplication>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPrinterInfo>
 
 using namespace tallyon;
@@ -127,6 +129,110 @@ private slots:
         QCOMPARE(f.label("Label7")->text(), QString("Click Create New Puzzle to create a new puzzle"));
         QTest::keyClick(&f.window, Qt::Key_Right, Qt::ShiftModifier); // no puzzle: the keys do nothing
         QVERIFY(f.window.playState().undolist.empty());
+    }
+
+    // The game is kept after every change: a window started afresh puts it back with Ctrl+R,
+    // the same pixels, labels and history, and Ctrl+Y then redoes the undone link. A plain
+    // start keeps the empty board.
+    void ctrlRResumesTheGameLeftInAnotherWindow()
+    {
+        QImage left;
+        QTemporaryDir state; // outlives the first window's own folder
+        std::vector<std::string> undo, redo;
+        {
+            Form1Fixture f;
+            qputenv("XDG_STATE_HOME", state.path().toLocal8Bit());
+            QVERIFY(f.window.LoadPuzzleCode(QString::fromStdString(MadeCode(6, kSideTop))));
+            const Board& b = f.window.board();
+            for (std::size_t i = 2; i < 8; i += 2)
+                QTest::keyClick(&f.window, ArrowBetween(b, std::stoi(b.List2[i - 2]), std::stoi(b.List2[i])),
+                                Qt::ShiftModifier);
+            QTest::keyClick(&f.window, Qt::Key_Z, Qt::ControlModifier);
+            f.ClickLabel("Label4", Qt::LeftButton);                     // 8x8 for the next puzzle
+            f.ClickLabel("Label6", Qt::LeftButton);                     // Left
+            QTest::keyClick(&f.window, Qt::Key_Z, Qt::ControlModifier); // kept with the labels
+            f.MovePointer(QPointF(1, 1));                               // the cursor's ring is no part of the game
+            left = f.BoardImage();
+            undo = f.window.playState().undolist;
+            redo = f.window.playState().redolist;
+            QCOMPARE(redo.size(), std::size_t(2));
+        }
+        Form1Fixture g;
+        QVERIFY(g.BoardImage() != left);
+        qputenv("XDG_STATE_HOME", state.path().toLocal8Bit());
+        QTest::keyClick(&g.window, Qt::Key_R, Qt::ControlModifier);
+        QCOMPARE(g.label("Label7")->text(), QString("Puzzle resumed"));
+        QCOMPARE(g.BoardImage(), left);
+        QCOMPARE(g.window.playState().undolist, undo);
+        QCOMPARE(g.window.playState().redolist, redo);
+        QCOMPARE(g.label("Label4")->text(), QString("8x8"));
+        QCOMPARE(g.label("Label6")->text(), QString("Left"));
+        QTest::keyClick(&g.window, Qt::Key_Y, Qt::ControlModifier);
+        QVERIFY(g.BoardImage() != left);
+        QCOMPARE(g.window.playState().redolist.size(), std::size_t(1));
+        QVERIFY(g.answers.calls.isEmpty());
+    }
+
+    // A saved game that cannot be used is explained and kept aside as game.bad; the board is
+    // left as it was. A save that fails says so on the status line, once, and keeps the old file.
+    void damagedSavedGameIsKeptAsideAndAFailedSaveIsReportedOnce()
+    {
+        Form1Fixture f;
+        const QString folder = qEnvironmentVariable("XDG_STATE_HOME") + "/tallyon";
+        QVERIFY(QDir().mkpath(folder));
+        QVERIFY(WriteBytes(folder + "/game", "Tallyon saved game, format 7\r\n"));
+        QVERIFY(!f.window.ResumeGame());
+        QCOMPARE(f.answers.calls.size(), 1);
+        QVERIFY(f.answers.calls[0].first.startsWith("The saved game cannot be resumed:\r\n" + folder + "/game\r\n"));
+        QVERIFY(f.answers.calls[0].first.endsWith("format 7, which this version of Tallyon does not read"));
+        QCOMPARE(DirectoryEntries(folder), QStringList{"game.bad"});
+        QVERIFY(f.window.board().PathList.empty());
+
+        f.NewPuzzle();
+        const QByteArray saved = ReadBytes(folder + "/game");
+        QVERIFY(saved.startsWith("Tallyon saved game, format 1\r\ncode T1-"));
+        {
+            FileSizeLimit full;
+            const Board& b = f.window.board();
+            f.ClickCell(b.CellRow[b.StartNode], b.CellCol[b.StartNode] + 1, Qt::LeftButton);
+            QVERIFY(f.label("Label7")->text().startsWith("The game cannot be kept for a later resume: "));
+            f.ClickCell(b.CellRow[b.StartNode], b.CellCol[b.StartNode] + 1, Qt::RightButton);
+            QVERIFY(!f.label("Label7")->text().startsWith("The game cannot be kept")); // once a run
+        }
+        QCOMPARE(ReadBytes(folder + "/game"), saved);
+    }
+
+    // Ctrl+V plays the code on the clipboard as --puzzle does, blanks and line ends around it
+    // ignored; a damaged one is explained and changes nothing. Ctrl+C copies the code, and a
+    // code dropped on the window is played too.
+    void puzzleCodesComeInByPasteAndDropAndGoOutByCopy()
+    {
+        Form1Fixture f;
+        const std::string code = MadeCode(7, kSideLeft);
+        QGuiApplication::clipboard()->setText(QString::fromStdString("  " + code + "\r\n"));
+        QTest::keyClick(&f.window, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(EncodePuzzleCode(f.window.board()), code);
+        const QImage pasted = f.BoardImage();
+        QGuiApplication::clipboard()->setText(QString::fromStdString(code.substr(0, code.size() - 3)));
+        QTest::keyClick(&f.window, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(f.answers.calls.size(), 1);
+        QVERIFY(f.answers.calls[0].first.startsWith("This puzzle code cannot be used:"));
+        QCOMPARE(f.BoardImage(), pasted);
+        QGuiApplication::clipboard()->clear();
+        QTest::keyClick(&f.window, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text().toStdString(), code);
+
+        Form1Fixture g;
+        QMimeData text;
+        text.setText(QString::fromStdString(code + "\n"));
+        QDragEnterEvent enter(QPoint(100, 100), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&g.window, &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&g.window, &drop);
+        QCOMPARE(g.answers.calls.size(), 0);
+        QCOMPARE(EncodePuzzleCode(g.window.board()), code);
+        QCOMPARE(g.BoardImage(), pasted);
     }
 
     void shortcutsReachTheMenuInstructionsAndPrint()
