@@ -13,7 +13,7 @@ cmake --build build -j"$jobs"
 mkdir -p build/screenshots
 (cd build && ctest --output-on-failure -j"$jobs" --timeout 600)
 
-fuzz_targets=(config schemes numbers drawing msgbox code)
+fuzz_targets=(config schemes numbers drawing msgbox code game)
 sanitized_tests=(core_tests config_file_tests schemes_tests "${fuzz_targets[@]/#/replay_}")
 cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=Debug -DTALLYON_SANITIZE=ON -DTALLYON_CORE_ONLY=OFF -DTALLYON_WERROR=ON >/dev/null
 cmake --build build-asan -j"$jobs" --target "${sanitized_tests[@]}"

@@ -1,13 +1,17 @@
 // Benchmark: a full board redraw (DrawBoard mode 0) of a 10x10 puzzle on a screen-sized image,
-// and the redraw of one move.
+// the redraw of one move, and one move with the save of the game that follows it (to a
+// scratch state folder, with a history of a hundred moves).
 #include "core/generator.h"
 #include "platform/qpainter_canvas.h"
 #include "play/draw.h"
 #include "play/move.h"
+#include "play/saved_game.h"
+#include "shell/saved_game_file.h"
 
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <chrono>
@@ -81,5 +85,20 @@ int main(int argc, char** argv)
            [&](Canvas& canvas, int) { DrawBoard(canvas, board, style, kPuzzleMode); });
     Report("DrawMove, one link made or removed", "0.1 ms", image,
            [&](Canvas& canvas, int run) { DrawMove(canvas, board, style, run % 2 ? Reversed(move) : move); });
+
+    QTemporaryDir state;
+    qputenv("XDG_STATE_HOME", state.path().toLocal8Bit());
+    PlayState play;
+    for (int i = 0; i < 100; ++i)
+        play.undolist.push_back(MoveRecord(i % 2 ? Reversed(move) : move));
+    Report("A move and the save of the game after it", "1 ms", image, [&](Canvas& canvas, int run) {
+        const Move made = run % 2 ? Reversed(move) : move;
+        ApplyMove(board, made, LinkEntries::Both);
+        DrawMove(canvas, board, style, made);
+        play.undolist.insert(play.undolist.begin(), MoveRecord(made));
+        QString why;
+        if (!WriteSavedGame(FormatSavedGame(board, play, {10, 1}, true, 0), &why))
+            std::printf("the save failed: %s\n", qPrintable(why));
+    });
     return 0;
 }

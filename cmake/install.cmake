@@ -64,14 +64,17 @@ endforeach()
 # The desktop entry, with Path= the program's own folder: the options window's scheme preview
 # opens "all.col" by its bare name, from the current directory, so a launcher must start the
 # program there. The prefix is known for certain only while installing (`cmake --install
-# --prefix`), so the line is added then; DESTDIR, a packager's staging root, stays out of it.
+# --prefix`), so the line is added then, at the end of the entry's own group, before its
+# actions; DESTDIR, a packager's staging root, stays out of it.
 install(CODE "
   file(READ \"${TALLYON_DATA_DIR}/desktop/${TALLYON_APP_ID}.desktop\" entry)
   set(dir \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/applications\")
   set(file \"\${dir}/${TALLYON_APP_ID}.desktop\")
   file(MAKE_DIRECTORY \"\${dir}\")
   message(STATUS \"Installing: \${file}\")
-  file(WRITE \"\${file}\" \"\${entry}Path=\${CMAKE_INSTALL_PREFIX}/${TALLYON_INSTALL_APPDIR}\\n\")
+  string(REPLACE \"\\n\\n[Desktop Action\" \"\\nPath=\${CMAKE_INSTALL_PREFIX}/${TALLYON_INSTALL_APPDIR}\\n\\n[Desktop Action\"
+         entry \"\${entry}\")
+  file(WRITE \"\${file}\" \"\${entry}\")
   list(APPEND CMAKE_INSTALL_MANIFEST_FILES \"\${file}\")
 ")
 

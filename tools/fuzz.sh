@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Runs one fuzz target for a while: tools/fuzz.sh NAME SECONDS (NAME one of config, schemes,
-# numbers, drawing, msgbox, code). Builds the clang fuzz build in build-fuzz/ when needed, starts
+# numbers, drawing, msgbox, code, game). Builds the clang fuzz build in build-fuzz/ when needed, starts
 # from the seed corpus fuzz/corpus/NAME (new inputs collect in build-fuzz/corpus-NAME,
 # never in the repository) and prints libFuzzer's figures. A crash leaves its input in
 # build-fuzz/ and exits non-zero; add the input to the seed corpus once it is fixed.

@@ -125,7 +125,7 @@ for k in 0 1 2 3; do
   start_xvfb
   displays+=("$DISPLAY") servers+=("$XVFB_PID")
 done
-trap '[ -n "${KEEP_WORK:-}" ] || rm -rf "$WORK"; kill "${servers[@]}" 2>/dev/null' EXIT
+trap '[ -n "${KEEP_WORK:-}" ] || rm -rf "$WORK"; kill "${servers[@]}" 2>/dev/null; rm -rf "$TEST_STATE_HOME"' EXIT
 failures=0
 pids=()
 for k in 0 1 2 3; do worker "$k" "${displays[$k]}" & pids+=($!); done

@@ -48,11 +48,12 @@ mkdir -p "$CONFIG" && chown -R nobody "$WORK/home"
 # Runs a command as "nobody"; start_as_nobody starts the game so, keeping its PID.
 as_nobody() {
   setpriv --reuid=nobody --regid=nogroup --clear-groups \
-    env HOME="$WORK/home" XDG_CONFIG_HOME="$CONFIG" DISPLAY="${DISPLAY:-}" "$@"
+    env HOME="$WORK/home" XDG_CONFIG_HOME="$CONFIG" XDG_STATE_HOME="$WORK/home/state" DISPLAY="${DISPLAY:-}" "$@"
 }
 start_as_nobody() {
   setpriv --reuid=nobody --regid=nogroup --clear-groups \
-    env HOME="$WORK/home" XDG_CONFIG_HOME="$CONFIG" DISPLAY="$DISPLAY" "$ROOT/usr/bin/tallyon" &
+    env HOME="$WORK/home" XDG_CONFIG_HOME="$CONFIG" XDG_STATE_HOME="$WORK/home/state" DISPLAY="$DISPLAY" \
+    "$ROOT/usr/bin/tallyon" &
   PID=$!
 }
 

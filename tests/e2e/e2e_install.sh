@@ -35,8 +35,9 @@ check_layout() {
   done
   check_link "$PREFIX"
   desktop-file-validate "$PREFIX/share/applications/$APP_ID.desktop" || fail "desktop entry invalid"
-  for f in 'Exec=tallyon' 'Icon=tallyon' 'Categories=Game;LogicGame;' "Path=$APPDIR"; do
-    grep -qx "$f" "$PREFIX/share/applications/$APP_ID.desktop" || fail "desktop entry lacks $f"
+  for f in 'Exec=tallyon' 'Icon=tallyon' 'Categories=Game;LogicGame;' "Path=$APPDIR" 'Actions=resume;' \
+    '[Desktop Action resume]' 'Name=Resume Last Puzzle' 'Exec=tallyon --resume'; do
+    grep -qxF "$f" "$PREFIX/share/applications/$APP_ID.desktop" || fail "desktop entry lacks $f"
   done
   appstreamcli validate --no-net "$PREFIX/share/metainfo/$APP_ID.metainfo.xml" || fail "metainfo invalid"
   [ -f "$PREFIX/share/icons/hicolor/scalable/apps/tallyon.svg" ] || fail "no scalable icon"

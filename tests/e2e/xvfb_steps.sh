@@ -8,6 +8,10 @@ done
 BIN_DIR="${TALLYON_BIN_DIR:?}"
 SHOTS="${TALLYON_SCREENSHOT_DIR:-/tmp}"
 mkdir -p "$SHOTS"
+# The game each run keeps goes to a folder of the test's own, never the user's, removed with
+# the X server.
+TEST_STATE_HOME="$(mktemp -d /tmp/tallyon-state.XXXXXX)"
+export XDG_STATE_HOME="$TEST_STATE_HOME"
 
 # Starts a private X server on a display number it picks itself (-displayfd: no race with
 # other servers coming and going), waits until it is ready, and exports DISPLAY. -noreset:
@@ -28,7 +32,11 @@ start_xvfb() {
   export DISPLAY=":$(tr -d '[:space:]' < "$numfile")"
   rm -f "$numfile"
 }
-stop_xvfb() { [ -n "$XVFB_PID" ] && kill "$XVFB_PID" 2>/dev/null; wait "$XVFB_PID" 2>/dev/null || true; }
+stop_xvfb() {
+  [ -n "$XVFB_PID" ] && kill "$XVFB_PID" 2>/dev/null
+  wait "$XVFB_PID" 2>/dev/null || true
+  rm -rf "$TEST_STATE_HOME"
+}
 
 # Starts a program (a command and its arguments) in the background and sets PID.
 launch() { "$@" & PID=$!; }
