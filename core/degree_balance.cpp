@@ -2,8 +2,9 @@
 // of valid links closest to the path nodes' counts.
 #include "core/degree_balance.h"
 #include "core/random.h"
-#include "core/valid_links.h"
+#include "core/shortcuts.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <utility>
@@ -17,6 +18,9 @@ constexpr int kMaxDegree = 4;
 // 2), so blocks are broken first.
 constexpr double kBlockWeight = 10.0;
 constexpr int kBlockSide = 3;
+// Each path node short of the side-road floor weighs more than any imbalance of the counts:
+// a side road that can be opened where merging groups took too many away comes first.
+constexpr double kRoadWeight = 3.0;
 // Between two moves that balance the counts equally well, the one that leaves more valid links.
 constexpr double kValidLinkBonus = 1e-6;
 constexpr double kBetter = 1e-9;
@@ -62,7 +66,7 @@ public:
     {
         for (;;) {
             Survey();
-            double best = Score(on_, off_, blocks_, validOff_);
+            double best = Score(on_, off_, blocks_, validOff_, withRoad_);
             int pick = -1;
             for (int i = 0; i < linkCount_; ++i) {
                 const double score = ScoreToggled(links_[static_cast<std::size_t>(i)]);
@@ -91,9 +95,10 @@ private:
     }
     std::size_t Slot(Link l) const { return Index(l.b == l.a + 1 ? l.a : kMaxLatticeNodes + l.a); }
 
-    static double Score(const Counts& on, const Counts& off, int blocks, int validOff)
+    double Score(const Counts& on, const Counts& off, int blocks, int validOff, int withRoad) const
     {
-        return kBlockWeight * blocks + Imbalance(on, off) - kValidLinkBonus * validOff;
+        const int roadsShort = std::max(0, (floors_.minRoadPercent * roadNodes_ + 99) / 100 - withRoad);
+        return kBlockWeight * blocks + kRoadWeight * roadsShort + Imbalance(on, off) - kValidLinkBonus * validOff;
     }
 
     // Counts, components and blocks of the links open now.
@@ -119,12 +124,8 @@ private:
         }
         for (std::size_t i = 0; i + 1 < pathNodes_.size(); ++i)
             withRoad_ += roads_[Index(pathNodes_[i])] > 0 ? 1 : 0;
-        const ChainGraph before = shortcuts_;
         FindComponents();
         SurveyBlocks();
-        // A proof holds as long as the shortcuts between path nodes are the same.
-        if (!(before.adjacent == shortcuts_.adjacent))
-            ++round_;
     }
 
     // The sets of off-path nodes joined by open links, and the path nodes each reaches.
@@ -132,9 +133,7 @@ private:
     {
         component_.fill(-1);
         int count = 0;
-        shortcuts_ = ChainGraph{};
-        for (std::size_t i = 1; i < pathNodes_.size(); ++i)
-            shortcuts_.Join(static_cast<int>(i - 1), static_cast<int>(i));
+        shortcuts_.Clear();
         for (NodeSet rest = LinkGraph::Empty(side_).nodes & ~path_; rest; ++count) {
             NodeSet set = rest & (~rest + 1);
             for (NodeSet grown; (grown = set | (open_.Neighbours(set) & ~path_)) != set;)
@@ -155,7 +154,7 @@ private:
     void JoinShortcut(NodeSet two)
     {
         if (CountNodes(two) == 2)
-            shortcuts_.Join(pathIndex_[Index(LowestNode(two))], pathIndex_[Index(LowestNode(two & (two - 1)))]);
+            shortcuts_.Add(pathIndex_[Index(LowestNode(two))], pathIndex_[Index(LowestNode(two & (two - 1)))]);
     }
 
     // For each link: the full blocks it lies in, and whether opening it would fill a block.
@@ -196,13 +195,14 @@ private:
             }
     }
 
-    double ScoreToggled(Link l)
+    double ScoreToggled(Link l) const
     {
         const bool opening = !open_.IsOpen(l.a, l.b);
         const int by = opening ? 1 : -1;
         if (opening ? !Harmless(l) : !MayClose(l))
-            return Score(on_, off_, blocks_, validOff_);
+            return Score(on_, off_, blocks_, validOff_, withRoad_);
         Counts on = on_, off = off_;
+        int withRoad = withRoad_;
         for (const int v : {l.a, l.b}) {
             Counts& counts = OnPath(v) ? on : off;
             const int d = degree_[Index(v)];
@@ -210,9 +210,12 @@ private:
                 --counts[Index(d)];
             if (d + by <= kMaxDegree)
                 ++counts[Index(d + by)];
+            // A path node (End aside) gains its first side road, or loses its last.
+            if (OnPath(v) && v != pathNodes_.back() && roads_[Index(v)] == (opening ? 0 : 1))
+                withRoad += by;
         }
         const int blocks = blocks_ + (opening ? fillsBlock_[Slot(l)] : -inBlocks_[Slot(l)]);
-        return Score(on, off, blocks, validOff_ + by);
+        return Score(on, off, blocks, validOff_ + by, withRoad);
     }
 
     // Closing keeps the valid share and the side-road share at their floors, unless it breaks
@@ -230,8 +233,8 @@ private:
     }
 
     // True when opening the link leaves every set of off-path nodes joined to one path node,
-    // or to two on either side of the Hint whose join the solver proves harmless.
-    bool Harmless(Link l)
+    // or to two on either side of the Hint joined by no shortcut that crosses another.
+    bool Harmless(Link l) const
     {
         const NodeSet a = OnPath(l.a) ? NodeBit(l.a) : attached_[static_cast<std::size_t>(component_[Index(l.a)])];
         const NodeSet b = OnPath(l.b) ? NodeBit(l.b) : attached_[static_cast<std::size_t>(component_[Index(l.b)])];
@@ -248,17 +251,7 @@ private:
             std::swap(first, second);
         if (!(first < hint_ && second > hint_))
             return false;
-        const auto key = static_cast<std::size_t>(first * kMaxLatticeNodes + second);
-        int& proof = proofs_[key];
-        if (proofRound_[key] != round_) {
-            proofRound_[key] = round_;
-            ChainGraph tried = shortcuts_;
-            tried.Join(first, second);
-            const ChainCount found =
-                CountChains(tried, 0, NodeBit(hint_), static_cast<int>(pathNodes_.size()) - 1, 2, kLinkProofBudget);
-            proof = found.chains == 1 && found.complete ? 1 : -1;
-        }
-        return proof == 1;
+        return !shortcuts_.Crosses(first, second);
     }
 
     LinkGraph& open_;
@@ -275,12 +268,7 @@ private:
     std::array<int, kMaxLatticeNodes> degree_{}, roads_{}, component_{};
     std::array<NodeSet, kMaxLatticeNodes> attached_{};
     std::array<int, kLinkSlots> inBlocks_{}, fillsBlock_{};
-    // The proofs of joins of two path nodes asked since the shortcuts last changed, by the
-    // pair's places: 1 proved harmless, -1 not.
-    std::vector<int> proofs_ = std::vector<int>(kMaxLatticeNodes * kMaxLatticeNodes, 0);
-    std::vector<int> proofRound_ = std::vector<int>(kMaxLatticeNodes * kMaxLatticeNodes, 0);
-    int round_ = 1;
-    ChainGraph shortcuts_;
+    Shortcuts shortcuts_; // between path nodes, by their places on the path
     Counts on_{}, off_{};
     int validOff_ = 0, withRoad_ = 0, blocks_ = 0;
 };

@@ -4,11 +4,12 @@
 // Start through the Hint to End, every set of off-path nodes joined by open links reaching at
 // most two path nodes, one on each side of the Hint; `pathNodes` lists the path's nodes from
 // Start to End and `hint` is the Hint's place in that list. Links are closed, and opened where
-// the path provably stays the only chain (the same proof as valid_links.h), one at a time,
+// the path provably stays the only chain (shortcuts.h), one at a time,
 // while that brings the path nodes' and the off-path nodes' counts of valid links (2, 3 and 4)
 // closer in their shares, or breaks a 3 x 3 block of off-path nodes with all twelve links
 // open. Closing stops at the floors: the valid share of the off-path links and the share of
-// path nodes (End aside) with a side road, in percent; a block is broken even below them.
+// path nodes (End aside) with a side road, in percent; a block is broken even below them. A
+// side-road share below its floor is raised first, where a road can be opened.
 #pragma once
 
 #include "core/chain_solver.h"

@@ -30,7 +30,17 @@ std::uint64_t SystemTimeOfDay()
 // the system clock steps back, every call reads the system clock.
 class CarriedClock {
 public:
+    // Never the same nanosecond twice: two reads of the counter can lie less than a
+    // nanosecond apart, where two system reads never did, and equal seeds give equal draws.
     std::uint64_t Now()
+    {
+        const std::uint64_t now = Read();
+        last_ = now > last_ || last_ - now > kStepBack ? now : last_ + 1;
+        return last_;
+    }
+
+private:
+    std::uint64_t Read()
     {
         const std::uint64_t ticks = __rdtsc();
         const std::uint64_t since = ticks - anchorTicks_;
@@ -45,7 +55,9 @@ public:
         return ns;
     }
 
-private:
+    // A system clock set back by more than this is followed at once; less, and the time
+    // returned creeps on by a nanosecond a read until the clock catches up.
+    static constexpr std::uint64_t kStepBack = 1'000'000'000;
     // About 50 ms at 2 GHz; short enough that the carried time stays within microseconds of
     // the system's, and that the product below stays within 64 bits at any likely rate.
     static constexpr std::uint64_t kCarryTicks = 100'000'000;
@@ -61,7 +73,7 @@ private:
         nsPerTick32_ = plausible ? nsPerTick32 : 0;
     }
 
-    std::uint64_t anchorTicks_ = 0, anchorNs_ = 0;
+    std::uint64_t anchorTicks_ = 0, anchorNs_ = 0, last_ = 0;
     std::uint64_t nsPerTick32_ = 0; // nanoseconds a tick, in 32.32 fixed point; 0 while unknown
 };
 

@@ -1,7 +1,8 @@
-// Side roads by construction, then every other link made valid where the solver allows it.
+// Side roads by construction, then every other link made valid where the path stays the only
+// chain.
 //
-// 1. Shortcuts between two path nodes, one before the Hint and one after it, open where the
-//    solver allows them.
+// 1. Shortcuts between two path nodes, one before the Hint and one after it, open where they
+//    cross no other (shortcuts.h).
 // 2. The off-path nodes are shared out into groups, one per path node (side_groups.h).
 // 3. A group is joined by valid links to its own path node only, so it is a dead end: a
 //    chain that enters it can leave only the way it came.
@@ -9,7 +10,7 @@
 //    chain. A set of off-path nodes joined to two path nodes before the Hint, or two after
 //    it, always opens a second chain (the detour between them); one joined to a path node
 //    before the Hint and one after it only skips the Hint, which is harmless unless another
-//    detour leads back, and only that case needs the solver.
+//    such shortcut crosses it and leads back.
 // 5. Links are opened and closed once more so that no node's count of valid links gives the
 //    path away (degree_balance.h); the link digits then follow the choice. The grader,
 //    which every built puzzle goes through, proves the path the only chain once more.
@@ -19,6 +20,7 @@
 #include "core/degree_balance.h"
 #include "core/link_rule.h"
 #include "core/random.h"
+#include "core/shortcuts.h"
 #include "core/side_groups.h"
 
 #include <algorithm>
@@ -37,19 +39,20 @@ struct Link {
 
 // Per grid size, in percent: the share of path nodes with a side road at which merging side
 // groups stops, and the floors of the valid share of off-path links and of that side-road
-// share below which links are no longer closed to hide the path's counts of valid links.
-// Merging makes bigger groups whose nodes have more valid links, like the path's, at the cost
-// of side roads: the middle sizes, whose paths leave free nodes only in narrow strips, merge
-// furthest. The 6x6 boards, whose long paths leave the fewest free nodes, have the lowest
-// floors.
+// share below which links are no longer closed to hide the path's counts of valid links (a
+// side-road share under its floor is raised where a road can be opened). Merging makes bigger
+// groups whose nodes have more valid links, like the path's, at the cost of side roads: the
+// small and middle sizes, whose paths leave free nodes only in narrow strips, merge furthest,
+// 6x6, whose long paths leave the fewest free nodes, down to the half of its path nodes that
+// must keep a road.
 struct DecoyShares {
     int mergeRoad, validFloor, roadFloor;
 };
 constexpr std::array<DecoyShares, 7> kDecoyShares = {{
     {50, 55, 55}, // 4x4
     {58, 55, 55}, // 5x5
-    {50, 55, 52}, // 6x6
-    {52, 55, 55}, // 7x7
+    {50, 55, 54}, // 6x6
+    {52, 55, 58}, // 7x7
     {58, 57, 57}, // 8x8
     {58, 57, 57}, // 9x9
     {58, 57, 57}, // 10x10
@@ -71,7 +74,6 @@ public:
         open_ = LinkGraph::Empty(n_);
         for (std::size_t i = 1; i < pathNodes_.size(); ++i) {
             open_.SetLink(pathNodes_[i - 1], pathNodes_[i], true);
-            shortcuts_.Join(static_cast<int>(i - 1), static_cast<int>(i));
         }
     }
 
@@ -93,8 +95,8 @@ private:
     int Node(int cell) const { return NodeIndex(b_.GridSize, b_.CellRow[cell], b_.CellCol[cell]); }
     bool OnPath(int v) const { return pathIndex_[static_cast<std::size_t>(v)] >= 0; }
 
-    // Shortcuts between two path nodes, one before the Hint and one after it, that the
-    // solver proves harmless.
+    // Shortcuts between two path nodes, one before the Hint and one after it, that cross no
+    // other.
     void OpenShortcuts()
     {
         ForEachLink([&](Link l) {
@@ -211,18 +213,13 @@ private:
         return {std::min(a, b), std::max(a, b)};
     }
 
-    // True when joining the two path nodes of `joined` leaves the path the only chain.
-    // Every set of off-path nodes is joined to at most two path nodes, so to a chain it is
-    // either a dead end or one more link between those two; the solver then works on the
-    // path nodes alone, with the path's links and these shortcuts.
+    // True when joining the two path nodes of `joined`, on either side of the Hint, leaves the
+    // path the only chain (shortcuts.h). Every set of off-path nodes is joined to at most two
+    // path nodes, so to a chain it is either a dead end or one more shortcut between those two.
     bool ProvedHarmless(NodeSet joined) const
     {
-        ChainGraph tried = shortcuts_;
         const auto [first, second] = PathIndexes(joined);
-        tried.Join(first, second);
-        const int last = static_cast<int>(pathNodes_.size()) - 1;
-        const ChainCount found = CountChains(tried, 0, NodeBit(hint_), last, 2, kLinkProofBudget);
-        return found.chains == 1 && found.complete;
+        return !shortcuts_.Crosses(first, second);
     }
 
     void TryLink(Link l)
@@ -234,7 +231,7 @@ private:
             if (count > 2 || !Straddles(joined) || !ProvedHarmless(joined))
                 return;
             const auto [first, second] = PathIndexes(joined);
-            shortcuts_.Join(first, second);
+            shortcuts_.Add(first, second);
         }
         open_.SetLink(l.a, l.b, true);
         withRoad_ |= joined;
@@ -290,7 +287,7 @@ private:
     NodeSet withRoad_ = 0; // path nodes with a side road, kept while links are tried
     int hint_ = 0;
     LinkGraph open_;
-    ChainGraph shortcuts_; // path nodes by path index: the path's links and the shortcuts
+    Shortcuts shortcuts_; // between path nodes, by their places on the path
 };
 
 } // namespace

@@ -33,28 +33,38 @@ int NodeOfCell(int k, int span, int side)
     return IsNode(row, col) ? (row - 1) / 2 * side + (col - 1) / 2 : -1;
 }
 
+// The start row: a row drawn from 1 to BoardSpan, drawn again until it is odd, is one of the
+// odd rows, each as likely as the others; so one draw among the odd rows picks it with the
+// same odds, where the redraws took two draws on average.
 int DrawStartRow(int span)
 {
-    int row = 0;
-    do {
-        LetPendingEventsRun();
-        row = RandomInt(span, 1);
-    } while (row % 2 == 0);
-    return row;
+    LetPendingEventsRun();
+    return 2 * RandomInt((span + 1) / 2, 0) + 1;
 }
 
 // How many tries in a row are refused when `accepting` of the 100 draws are accepted: the
-// geometric law, by comparing a uniform number of 32 bits with the powers of the refusal
-// odds; few tries are refused in a row, so this costs less than a logarithm. More than 100
-// means the attempt runs out of tries.
-int RefusedTries(int accepting, std::uint32_t uniform)
+// geometric law, by comparing a uniform number u of 32 bits with the powers of the refusal
+// odds q, k tries or more being refused when (u + 1) / 2^32 <= q^k. Few tries are refused in a
+// row, so this costs less than a logarithm. More than 100 means the attempt runs out of tries.
+int RefusedTries(const WalkTables& t, int accepting, std::uint32_t uniform)
 {
-    const double u = (static_cast<double>(uniform) + 1.0) * (1.0 / 4294967296.0); // (0, 1]
-    const double q = 1.0 - static_cast<double>(accepting) / kDrawCount;
+    const auto& below = t.refusals[static_cast<std::size_t>(t.refusalRow[static_cast<std::size_t>(accepting)])];
     int refused = 0;
-    for (double atLeastOneMore = q; u <= atLeastOneMore && refused <= kDrawCount; atLeastOneMore *= q)
+    while (refused < WalkTables::kMostRefused && uniform < below[static_cast<std::size_t>(refused)])
         ++refused;
     return refused;
+}
+
+// The thresholds of RefusedTries for `accepting` draws: q^k * 2^32, rounded down, for k = 1 to
+// 101; (u + 1) <= q^k * 2^32 holds for a whole u + 1 just when it holds for the rounded value.
+void FillRefusals(std::array<std::uint64_t, WalkTables::kMostRefused>& below, int accepting)
+{
+    const double q = 1.0 - static_cast<double>(accepting) / kDrawCount;
+    double power = q;
+    for (std::uint64_t& threshold : below) {
+        threshold = static_cast<std::uint64_t>(power * 4294967296.0);
+        power *= q;
+    }
 }
 
 // One attempt of the walk; true when it reached the right edge within 100 tries.
@@ -67,18 +77,25 @@ int RefusedTries(int accepting, std::uint32_t uniform)
 // abandoned at once: its remaining tries could only be refused or run out.
 bool WalkAttempt(const WalkTables& t, WalkNodes& out)
 {
+    // Which nodes count as used; only the entries set by this attempt are ever read back.
+    std::array<bool, kMaxLatticeNodes> used{};
+    auto list = [&](int v) {
+        out.node[static_cast<std::size_t>(out.count++)] = v;
+        for (const std::int8_t u : t.node[static_cast<std::size_t>(v)].usedBy)
+            if (u >= 0)
+                used[static_cast<std::size_t>(u)] = true;
+    };
     int node = (DrawStartRow(t.span) - 1) / 2 * t.side;
-    out.node[0] = node;
-    out.count = 1;
-    NodeSet used = t.usedBy[static_cast<std::size_t>(node)];
+    out.count = 0;
+    list(node);
     char last = 0;
     for (int tries = 1; tries <= kMaxTries; ++tries) {
-        const auto at = static_cast<std::size_t>(node);
+        const WalkTables::NodeSteps& at = t.node[static_cast<std::size_t>(node)];
         std::array<int, kDrawBands> width{};
         int accepting = 0;
         for (std::size_t i = 0; i < kDrawBands; ++i) {
-            const int to = t.step[at][i];
-            if (to >= 0 && t.direction[at][i] != last && !(used & NodeBit(to)))
+            const int to = at.to[i];
+            if (to >= 0 && at.direction[i] != last && !used[static_cast<std::size_t>(to)])
                 width[i] = BandWidth(i);
             accepting += width[i];
         }
@@ -86,19 +103,17 @@ bool WalkAttempt(const WalkTables& t, WalkNodes& out)
             return false;
         const std::uint64_t bits = RandomBits();
         // The high half sets the refused tries, the low half places the accepted draw.
-        tries += RefusedTries(accepting, static_cast<std::uint32_t>(bits >> 32));
-        const int col = 2 * (node % t.side) + 1;
-        if (tries > kMaxTries || TriesToRightEdge(t.span, col, last) > kMaxTries + 1 - tries)
+        tries += RefusedTries(t, accepting, static_cast<std::uint32_t>(bits >> 32));
+        if (tries > kMaxTries || TriesToRightEdge(t.span, 2 * at.col + 1, last) > kMaxTries + 1 - tries)
             return false;
         int x = static_cast<int>(((bits & 0xffffffffu) * static_cast<std::uint64_t>(accepting)) >> 32);
         std::size_t band = 0;
         while (x >= width[band])
             x -= width[band++];
-        node = t.step[at][band];
-        last = t.direction[at][band];
-        out.node[static_cast<std::size_t>(out.count++)] = node;
-        used |= t.usedBy[static_cast<std::size_t>(node)];
-        if (node % t.side == t.side - 1)
+        node = at.to[band];
+        last = at.direction[band];
+        list(node);
+        if (t.node[static_cast<std::size_t>(node)].col == t.side - 1)
             return true;
     }
     return false;
@@ -108,24 +123,40 @@ bool WalkAttempt(const WalkTables& t, WalkNodes& out)
 
 WalkTables::WalkTables(const Board& board) : span(board.BoardSpan), side(board.GridSize + 1)
 {
+    // Every number of accepting draws is the sum of the widths of some of the bands.
+    refusalRow.fill(-1);
+    for (unsigned bands = 1; bands < refusals.size(); ++bands) {
+        int accepting = 0;
+        for (std::size_t i = 0; i < kDrawBands; ++i)
+            accepting += (bands >> i) & 1U ? BandWidth(i) : 0;
+        auto& row = refusalRow[static_cast<std::size_t>(accepting)];
+        if (row < 0) {
+            row = static_cast<std::int8_t>(bands);
+            FillRefusals(refusals[bands], accepting);
+        }
+    }
     for (int v = 0; v < side * side; ++v) {
         const auto i = static_cast<std::size_t>(v);
+        NodeSteps& n = node[i];
         const int row = NodeRow(board.GridSize, v), col = NodeCol(board.GridSize, v);
+        n.col = static_cast<std::int8_t>((col - 1) / 2);
         for (std::size_t band = 0; band < kDrawBands; ++band) {
             const Step s = StepForDraw(board, row, col, kBandTop[band]);
-            step[i][band] = s.direction == 0 ? -1 : NodeIndex(board.GridSize, s.row, s.col);
-            direction[i][band] = s.direction;
+            n.to[band] = static_cast<std::int8_t>(s.direction == 0 ? -1 : NodeIndex(board.GridSize, s.row, s.col));
+            n.direction[band] = s.direction;
         }
         const int k = (row - 1) * span + col;
         cellNo[i] = k;
         listed[i] = DecimalLength(k) + 1;
         // Every tail of the number's text that does not start with 0 is the text of a number
         // the look-up finds: 113 lists 113, 13 and 3.
-        usedBy[i] = NodeBit(v);
-        for (int scale = 10; scale <= k; scale *= 10) {
+        n.usedBy.fill(-1);
+        std::size_t count = 0;
+        n.usedBy[count++] = static_cast<std::int8_t>(v);
+        for (int scale = 10; scale <= k && count < n.usedBy.size(); scale *= 10) {
             const int tail = k % scale, tailNode = NodeOfCell(tail, span, side);
             if (tail >= scale / 10 && tailNode >= 0)
-                usedBy[i] |= NodeBit(tailNode);
+                n.usedBy[count++] = static_cast<std::int8_t>(tailNode);
         }
     }
 }

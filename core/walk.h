@@ -13,6 +13,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 
 namespace tallyon {
 
@@ -20,16 +21,28 @@ namespace tallyon {
 // draw proposes the same step.
 inline constexpr int kDrawBands = 4;
 
+// The most nodes one listed number makes used: itself and its decimal tails (113: 113, 13, 3).
+inline constexpr int kMaxUsedByOne = 3;
+
 struct WalkTables {
     explicit WalkTables(const Board& board);
 
     int span = 0; // BoardSpan
     int side = 0; // nodes per row
-    // For each node and band: the node the step reaches, or -1, and the step's letter.
-    std::array<std::array<int, kDrawBands>, kMaxLatticeNodes> step{};
-    std::array<std::array<char, kDrawBands>, kMaxLatticeNodes> direction{};
-    // For each node: the nodes counted as used once it is listed, itself among them.
-    std::array<NodeSet, kMaxLatticeNodes> usedBy{};
+    // What the walk needs of each node, packed to be read in one go at every step.
+    struct NodeSteps {
+        std::array<std::int8_t, kDrawBands> to;        // the node each band's step reaches, or -1
+        std::array<char, kDrawBands> direction;        // its letter
+        std::array<std::int8_t, kMaxUsedByOne> usedBy; // the nodes its listing makes used, -1 after
+        std::int8_t col = 0;                           // its column in the lattice, 0 to side - 1
+    };
+    std::array<NodeSteps, kMaxLatticeNodes> node{};
+    // For each number of accepting draws that some nodes' bands add up to (row() gives it),
+    // the tries refused in a row before one is accepted, as thresholds of a 32-bit uniform
+    // number: k tries or more are refused when it lies below refusals[k - 1].
+    static constexpr int kMostRefused = 101; // past 100 tries the attempt is over anyway
+    std::array<std::array<std::uint64_t, kMostRefused>, 1 << kDrawBands> refusals{};
+    std::array<std::int8_t, 101> refusalRow{}; // by number of accepting draws, or -1
     // For each node: its cell number, and the characters "<number>," takes in PathList.
     std::array<int, kMaxLatticeNodes> cellNo{};
     std::array<int, kMaxLatticeNodes> listed{};

@@ -1,6 +1,8 @@
-// The chain solver against a plain enumeration of every simple chain on small lattices.
+// The chain solver against a plain enumeration of every simple chain on small lattices, and the
+// shortcut rule against the solver.
 #include "core/chain_solver.h"
 #include "core/random.h"
+#include "core/shortcuts.h"
 #include "test_support.h"
 
 #include <gtest/gtest.h>
@@ -67,6 +69,38 @@ TEST(ChainSolver, ReportsARunOutBudgetAsIncomplete)
     const ChainCount cut = CountChains(g, 0, NodeBit(12), 24, 1000000, 500);
     EXPECT_FALSE(cut.complete);
     EXPECT_LT(cut.chains, every);
+}
+
+// A path of places 0..n with shortcuts across its Hint, added one at a time: each is let in
+// exactly when the solver still finds the path the only chain with it.
+TEST(Shortcuts, LetInJustWhatKeepsThePathTheOnlyChain)
+{
+    TickingClock clock;
+    int refused = 0, allowed = 0;
+    for (int i = 0; i < 300; ++i) {
+        const int n = RandomInt(14, 4), hint = RandomInt(n - 1, 1); // 0 < hint < n
+        ChainGraph graph;
+        for (int place = 1; place <= n; ++place)
+            graph.Join(place - 1, place);
+        Shortcuts shortcuts;
+        for (int tries = 0; tries < 8; ++tries) {
+            const int from = RandomInt(hint, 0), to = RandomInt(n - hint, hint + 1); // across the Hint
+            ChainGraph with = graph;
+            with.Join(from, to);
+            const ChainCount found = CountChains(with, 0, NodeBit(hint), n, 2, 10000000);
+            ASSERT_TRUE(found.complete);
+            ASSERT_EQ(found.chains == 1, !shortcuts.Crosses(from, to))
+                << "n " << n << " hint " << hint << " shortcut " << from << "-" << to;
+            if (found.chains != 1) {
+                ++refused;
+                continue;
+            }
+            ++allowed;
+            graph = with;
+            shortcuts.Add(to, from);
+        }
+    }
+    EXPECT_TRUE(refused > 100 && allowed > 100) << refused << " " << allowed;
 }
 
 } // namespace
