@@ -269,6 +269,10 @@ DecodeResult DecodePuzzleCode(const std::string& code, Board& board, int picture
     ResetBoard(built, pictureWidth);
     if (!Assemble(built, side, nodes, digits))
         return Refuse("Its path has a link whose arithmetic is wrong.");
+    // Bits the puzzle does not use (past the last step, past the last digit) are 0 in every
+    // code the program writes: one that sets them names a puzzle by a code it would not give.
+    if (EncodePuzzleCode(built) != text)
+        return Refuse("It is damaged or incomplete.");
     board = std::move(built);
     return {true, ""};
 }

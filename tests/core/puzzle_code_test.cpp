@@ -1,5 +1,6 @@
 // Puzzle codes: every size and start side comes back exactly, and anything but a code made by
 // the program is refused with a reason, the board untouched.
+#include "core/chain_solver.h"
 #include "core/decoy_fill.h"
 #include "core/generator.h"
 #include "core/puzzle_code.h"
@@ -7,7 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 namespace tallyon::testing {
 namespace {
@@ -102,6 +105,61 @@ TEST(PuzzleCode, AnythingElseIsRefusedWithAReason)
     odd.NodeValue(odd.CellRow[link], odd.CellCol[link]) = PickLinkDigit(
         odd.NodeValue(odd.CellRow[a], odd.CellCol[a]), odd.NodeValue(odd.CellRow[b], odd.CellCol[b]), false);
     EXPECT_EQ(refused(EncodePuzzleCode(odd)), "Its path has a link whose arithmetic is wrong.");
+}
+
+// The bytes a code carries after its prefix, CRC included (URL-safe base64, no padding).
+std::vector<std::uint8_t> CodeBytes(const std::string& code)
+{
+    const std::string alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";
+    std::vector<std::uint8_t> bytes;
+    unsigned held = 0, bits = 0;
+    for (std::size_t i = std::string(kPuzzleCodePrefix).size(); i < code.size(); ++i) {
+        held = held << 6 | static_cast<unsigned>(alphabet.find(code[i]));
+        bits += 6;
+        if (bits >= 8) {
+            bits -= 8;
+            bytes.push_back(static_cast<std::uint8_t>(held >> bits));
+            held &= (1U << bits) - 1;
+        }
+    }
+    return bytes;
+}
+
+// A code whose bytes say anything at all, its CRC made to fit: every header byte (size, side,
+// path nodes, Start) at each of its 256 values, and every other byte at a spread of values.
+// Each is refused, or is a puzzle to play: a path of valid links from Start to End through the
+// Hint, all three on the board, that encodes back to the very code.
+TEST(PuzzleCode, EveryByteChangedIsRefusedOrPlayable)
+{
+    TickingClock clock;
+    for (int size : {4, 10}) {
+        Board built;
+        built.GridSize = size;
+        BuildPuzzle(built, kSideTop, kWidth);
+        std::vector<std::uint8_t> payload = CodeBytes(EncodePuzzleCode(built));
+        payload.resize(payload.size() - 2); // the CRC, made again for each change
+        int accepted = 0;
+        for (std::size_t at = 0; at < payload.size(); ++at)
+            for (int value = 0; value < 256; value += at < 4 ? 1 : 37) {
+                std::vector<std::uint8_t> changed = payload;
+                changed[at] = static_cast<std::uint8_t>(value);
+                const std::string code = PuzzleCodeFromBytes(changed);
+                Board board;
+                if (!DecodePuzzleCode(code, board, kWidth).ok)
+                    continue;
+                ++accepted;
+                SCOPED_TRACE("byte " + std::to_string(at) + " = " + std::to_string(value));
+                ASSERT_TRUE(board.List2.size() >= 3 && board.List2.size() % 2 == 1);
+                for (int key : board.KeyNodes)
+                    ASSERT_TRUE(IsBoardCellNumber(board, key) && IsNode(board.CellRow[key], board.CellCol[key]));
+                ASSERT_EQ(board.KeyNodes[0], std::stoi(board.List2.front()));
+                ASSERT_EQ(board.KeyNodes[2], std::stoi(board.List2.back()));
+                ASSERT_EQ(board.KeyNodes[1], std::stoi(board.List2[HintItemIndex(board.List2.size())]));
+                ASSERT_GE(CountBoardChains(board, 1).chains, 1) << "the path is a chain of valid links";
+                ASSERT_EQ(EncodePuzzleCode(board), code);
+            }
+        EXPECT_GT(accepted, 10); // the digits off the path may change freely
+    }
 }
 
 } // namespace

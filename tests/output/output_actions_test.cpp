@@ -157,6 +157,45 @@ private slots:
                 }
         QVERIFY(differing > int(path.size()) * 10);
     }
+
+    // At every size, from both sides, puzzle and solution, on a picture the size of the board
+    // picture: the clipboard's picture holds the whole board, the "X"s and the footer, with
+    // white all round its edges and as much room left of the ink as right of it.
+    void clipboardPictureHoldsTheBoardItsMarginsAndFooter()
+    {
+        for (int size = 4; size <= 10; ++size)
+            for (int side : {kSideLeft, kSideTop})
+                for (int mode : {kPuzzleMode, kSolutionMode}) {
+                    const auto board = MakePuzzle(size, side);
+                    OutputOptions options;
+                    options.pictureWidth = options.pictureHeight = 8400;
+                    const QImage image = DrawBoardPicture(*board, mode, options).convertToFormat(QImage::Format_RGB32);
+                    int left = image.width(), right = -1, top = image.height(), bottom = -1;
+                    for (int y = 0; y < image.height(); ++y)
+                        for (int x = 0; x < image.width(); ++x)
+                            if (qGray(image.pixel(x, y)) < 200) {
+                                left = std::min(left, x), right = std::max(right, x);
+                                top = std::min(top, y), bottom = std::max(bottom, y);
+                            }
+                    const QString what = QString("%1x%1 side %2 mode %3: ink %4..%5 x %6..%7 in %8x%9")
+                                             .arg(size)
+                                             .arg(side)
+                                             .arg(mode)
+                                             .arg(left)
+                                             .arg(right)
+                                             .arg(top)
+                                             .arg(bottom)
+                                             .arg(image.width())
+                                             .arg(image.height());
+                    QVERIFY2(left > 2 && top > 2 && right < image.width() - 3 && bottom < image.height() - 3,
+                             qPrintable(what));
+                    QVERIFY2(std::abs(left - (image.width() - 1 - right)) <= 2, qPrintable(what));
+                    // The board, then the footer: the last band of ink is one line of small text.
+                    const std::vector<int> bands = InkBands(image);
+                    QVERIFY2(bands.size() >= 2 && bands.back() < *std::max_element(bands.begin(), bands.end()) / 10,
+                             qPrintable(what));
+                }
+    }
 };
 
 QTEST_MAIN(OutputActionsTest)

@@ -1,11 +1,15 @@
 // Moves: what the pointer offers, what each button's release makes and records, and undo and
 // reset of the recorded moves, including records that do not fit.
+#include "core/random.h"
+#include "play/draw.h"
+#include "play/move.h"
 #include "play/undo.h"
 #include "play_fixture.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <set>
 
 namespace tallyon::test {
 namespace {
@@ -204,6 +208,98 @@ TEST_F(Moves, RecordsThatDoNotFitAreRemovedWithoutHarm)
     UndoMove(host, board, state, 2); // an empty history: no question, no drawing
     EXPECT_EQ(host.asked, 0);
     EXPECT_TRUE(host.canvas.Ops().empty());
+}
+
+// Any run of links, unlinks, undos, redos and resets, at every size: each link's flags stand at
+// both its ends and NodeLinks(A, B) holds them; a full redraw draws exactly the links, the last
+// row and column included; a left click on a link reads "Lined already" and records nothing; a
+// link just redone is joined both ways, so that a right click takes it away.
+TEST(MoveSequences, KeepFlagsLinksAndDrawingInStep)
+{
+    struct TickingClock {
+        TickingClock()
+        {
+            SetClockSource([this] { return now += 7919; });
+        }
+        ~TickingClock() { SetClockSource(nullptr); }
+        std::uint64_t now = 1;
+    } clock;
+    for (int size = 4; size <= 10; ++size) {
+        Board board;
+        MakeRowPuzzle(board, size);
+        FakeHost host;
+        PlayState state;
+        const int span = board.BoardSpan;
+        struct Link {
+            int row, col, dRow, dCol; // End A, and the step to End B
+        };
+        const auto links = [&] {
+            std::vector<Link> out;
+            for (int row = 1; row <= span; row += 2)
+                for (int col = 1; col <= span; col += 2) {
+                    if (board.UserRight(row, col) == 1)
+                        out.push_back({row, col, 0, 2});
+                    if (board.UserDown(row, col) == 1)
+                        out.push_back({row, col, 2, 0});
+                }
+            return out;
+        };
+        const auto id = [&](int row, int col) { return board.CellNo(row, col); };
+        for (int step = 0; step < 150; ++step) {
+            SCOPED_TRACE("size " + std::to_string(size) + " step " + std::to_string(step));
+            const int op = RandomInt(11, 0);
+            const std::vector<Link> before = links();
+            if (op < 5 || (op == 9 && before.empty())) { // a click on any link cell
+                const int row = RandomInt(span, 1);
+                const int col = row % 2 == 1 ? 2 * RandomInt(span / 2, 1) : 2 * RandomInt(span / 2 + 1, 0) + 1;
+                ClickCell(host, board, state, row, col, op < 3 ? 1 : op == 3 ? 4 : 2);
+            } else if (op == 5) {
+                UndoMove(host, board, state, 1);
+            } else if (op == 6) {
+                const std::size_t redoable = state.redolist.size();
+                RedoMove(host, board, state);
+                if (redoable > state.redolist.size() && !state.undolist.empty()) {
+                    const Move m = ParseMoveRecord(state.undolist.front());
+                    ASSERT_EQ(board.NodeLinks(id(m.rowB, m.colB), id(m.rowA, m.colA)),
+                              board.NodeLinks(id(m.rowA, m.colA), id(m.rowB, m.colB)));
+                }
+            } else if (op == 7) {
+                host.answer = RandomInt(2, 0) == 0 ? 6 : 7;
+                UndoMove(host, board, state, 2);
+            } else if (op == 8 && !before.empty()) { // a link made, clicked again
+                const Link l = before[static_cast<std::size_t>(RandomInt(static_cast<int>(before.size()), 0))];
+                const std::size_t records = state.undolist.size();
+                ClickCell(host, board, state, l.row + l.dRow / 2, l.col + l.dCol / 2, 1);
+                ASSERT_EQ(host.status, "Lined already");
+                ASSERT_EQ(state.undolist.size(), records);
+            } else if (op >= 9 && !before.empty()) { // a link taken away, unless joined one way only
+                const Link l = before[static_cast<std::size_t>(RandomInt(static_cast<int>(before.size()), 0))];
+                const bool bothWays = board.NodeLinks(id(l.row + l.dRow, l.col + l.dCol), id(l.row, l.col)) == 1;
+                ClickCell(host, board, state, l.row + l.dRow / 2, l.col + l.dCol / 2, 2);
+                ASSERT_EQ((l.dRow ? board.UserDown : board.UserRight)(l.row, l.col), bothWays ? 0 : 1);
+            }
+            const std::vector<Link> now = links();
+            std::set<std::vector<int>> want, drawn;
+            for (const Link& l : now) {
+                const int rowB = l.row + l.dRow, colB = l.col + l.dCol;
+                ASSERT_EQ((l.dRow ? board.UserUp : board.UserLeft)(rowB, colB), 1) << "the far end's flag";
+                ASSERT_EQ(board.NodeLinks(id(l.row, l.col), id(rowB, colB)), 1);
+                want.insert({board.CellX(l.row, l.col), board.CellY(l.row, l.col), board.CellX(rowB, colB),
+                             board.CellY(rowB, colB)});
+            }
+            for (int row = 1; row <= span; row += 2)
+                for (int col = 1; col <= span; col += 2)
+                    ASSERT_TRUE((board.UserLeft(row, col) == 0 || board.UserRight(row, col - 2) == 1) &&
+                                (board.UserUp(row, col) == 0 || board.UserDown(row - 2, col) == 1))
+                        << "a flag without its other end at " << row << "," << col;
+            RecordingCanvas full;
+            DrawBoard(full, board, host.style, kPuzzleMode);
+            for (const CanvasOp& line : full.OpsOf(CanvasOp::Kind::Line))
+                if (line.colour == host.style.UserLineColour)
+                    drawn.insert({line.x1, line.y1, line.x2, line.y2});
+            ASSERT_EQ(drawn, want);
+        }
+    }
 }
 
 } // namespace

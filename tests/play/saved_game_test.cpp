@@ -125,10 +125,10 @@ TEST(SavedGame, RefusesDamagedTextsSayingWhy)
         {"link letters out of order", [&](auto& l) { l[at("links") + 1] = "1 1 RD"; }, "in that order"},
         {"link to one end only",
          [&](auto& l) {
-             l.insert(l.begin() + static_cast<long>(at("links") + 1), "1 1 R"),
-                 l[at("links")] = "links " + std::to_string(std::stoi(l[at("links")].substr(6)) + 1);
+             l.erase(l.begin() + static_cast<long>(at("links")), l.begin() + static_cast<long>(at("pairs"))),
+                 l.insert(l.begin() + static_cast<long>(at("links")), {"links 1", "1 1 R"});
          },
-         "damaged"},
+         "only one of its ends"},
         {"pair off the board", [&](auto& l) { l[at("pairs") + 1] = "500 1 1"; }, "from 1 to 121"},
         {"pair value", [&](auto& l) { l[at("pairs") + 1] += "0"; }, "from 1 to 1"},
         {"record", [&](auto& l) { l[at("undo") + 1] = "1,2,3"; }, "seven whole numbers"},

@@ -7,6 +7,7 @@
 #include "core/puzzle_code.h"
 #include "output/print_job.h"
 #include "platform/qt_colour.h"
+#include "shell/main_window/board_keys.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -42,6 +43,59 @@ class Form1KeysTest : public QObject {
     Q_OBJECT
 
 private slots:
+    // Every key and modifier the board answers, and those it leaves to the focused control.
+    // The keypad's arrows (NumLock off) come with the keypad modifier and act as the arrows do.
+    void keysMapToTheirCommands()
+    {
+        using K = KeyCommand;
+        const Qt::KeyboardModifiers none = Qt::NoModifier, pad = Qt::KeypadModifier, shift = Qt::ShiftModifier,
+                                    ctrl = Qt::ControlModifier, alt = Qt::AltModifier;
+        const struct {
+            int key;
+            Qt::KeyboardModifiers modifiers;
+            bool release, repeat;
+            KeyCommand command;
+            int dRow, dCol;
+        } cases[] = {
+            {Qt::Key_Left, none, false, false, K::MoveCursor, 0, -1},
+            {Qt::Key_Right, pad, false, false, K::MoveCursor, 0, 1},
+            {Qt::Key_Up, pad, false, true, K::MoveCursor, -1, 0},
+            {Qt::Key_Down, shift, false, false, K::Link, 1, 0},
+            {Qt::Key_Left, shift | pad, false, false, K::Link, 0, -1},
+            {Qt::Key_Right, ctrl, false, false, K::Unlink, 0, 1},
+            {Qt::Key_Up, ctrl | pad, false, false, K::Unlink, -1, 0},
+            {Qt::Key_Down, ctrl | shift, false, false, K::None, 0, 0},
+            {Qt::Key_Left, alt | pad, false, false, K::None, 0, 0},
+            {Qt::Key_Left, none, true, false, K::None, 0, 0},
+            {Qt::Key_Z, ctrl, false, false, K::Undo, 0, 0},
+            {Qt::Key_Y, ctrl, false, true, K::Redo, 0, 0},
+            {Qt::Key_Z, ctrl | shift, false, false, K::Redo, 0, 0},
+            {Qt::Key_N, ctrl, false, false, K::NewPuzzle, 0, 0},
+            {Qt::Key_P, ctrl, false, false, K::Print, 0, 0},
+            {Qt::Key_R, ctrl, false, false, K::Resume, 0, 0},
+            {Qt::Key_V, ctrl, false, false, K::PasteCode, 0, 0},
+            {Qt::Key_C, ctrl, false, false, K::CopyCode, 0, 0},
+            {Qt::Key_F, alt, false, false, K::FileMenu, 0, 0},
+            {Qt::Key_F1, none, false, false, K::Instructions, 0, 0},
+            {Qt::Key_V, none, false, false, K::VerifyPress, 0, 0},
+            {Qt::Key_V, none, false, true, K::None, 0, 0},
+            {Qt::Key_V, none, true, false, K::VerifyRelease, 0, 0},
+            {Qt::Key_V, none, true, true, K::None, 0, 0},
+            {Qt::Key_S, pad, false, false, K::SolutionPress, 0, 0},
+            {Qt::Key_S, none, true, false, K::SolutionRelease, 0, 0},
+            {Qt::Key_V, ctrl, true, false, K::None, 0, 0},
+            {Qt::Key_S, shift, false, false, K::None, 0, 0},
+            {Qt::Key_Space, none, false, false, K::None, 0, 0},
+            {Qt::Key_Tab, none, false, false, K::None, 0, 0},
+            {Qt::Key_Return, none, false, false, K::None, 0, 0},
+        };
+        for (const auto& c : cases) {
+            const KeyAction a = ActionForKey(c.key, c.modifiers, c.release, c.repeat);
+            const QString what = QKeySequence(c.key | c.modifiers.toInt()).toString() + (c.release ? " up" : "");
+            QVERIFY2(a.command == c.command && a.dRow == c.dRow && a.dCol == c.dCol, qPrintable(what));
+        }
+    }
+
     // A puzzle started from its code, typed with Shift+arrows, verified with V, then undone
     // and redone from the keyboard.
     void typesAPuzzleStartedFromItsCode()
@@ -194,9 +248,10 @@ private slots:
         {
             FileSizeLimit full;
             const Board& b = f.window.board();
-            f.ClickCell(b.CellRow[b.StartNode], b.CellCol[b.StartNode] + 1, Qt::LeftButton);
+            const int link = std::stoi(b.List2[1]); // the path's first link cell, wherever Start is
+            f.ClickCell(b.CellRow[link], b.CellCol[link], Qt::LeftButton);
             QVERIFY(f.label("Label7")->text().startsWith("The game cannot be kept for a later resume: "));
-            f.ClickCell(b.CellRow[b.StartNode], b.CellCol[b.StartNode] + 1, Qt::RightButton);
+            f.ClickCell(b.CellRow[link], b.CellCol[link], Qt::RightButton);
             QVERIFY(!f.label("Label7")->text().startsWith("The game cannot be kept")); // once a run
         }
         QCOMPARE(ReadBytes(folder + "/game"), saved);
