@@ -77,6 +77,13 @@ int PrintLineWidthFromText(const QString& text)
     return width < 1 ? 1 : width;
 }
 
+void Form6::setVisible(bool visible)
+{
+    if (visible)
+        EnsureBuilt();
+    QDialog::setVisible(visible);
+}
+
 void Form6::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
@@ -86,6 +93,7 @@ void Form6::showEvent(QShowEvent* event)
 
 void Form6::Activate()
 {
+    EnsureBuilt();
     if (QWidget* main = parentWidget())
         move(main->geometry().center() - rect().center());
     ColPik1->SetColours(state_.SchemeColours[kSchemeBackground], state_.SchemeColours[state_.ControlColourIndex]);

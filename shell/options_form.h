@@ -13,6 +13,7 @@
 #include "shell/settings.h"
 
 #include <QDialog>
+#include <QStringList>
 
 #include <array>
 #include <functional>
@@ -42,6 +43,14 @@ class Form6 : public QDialog {
     Q_OBJECT
 public:
     explicit Form6(AppState& state, QWidget* parent = nullptr);
+
+    // The window exists from start-up, but its controls are made only when it is first shown
+    // (or EnsureBuilt() is called): a run that never opens the options does not pay for them.
+    // Until then the scheme names of List1 are kept here.
+    void SetSchemeNames(const QStringList& names);
+    void EnsureBuilt();
+    // The controls are made before the window first shows, so that they show with it.
+    void setVisible(bool visible) override;
 
     // Activation, run each time the window is shown: position, picker colours, samples from
     // the settings, scheme colours, Frame1's caption, path direction, node shape, print line.
@@ -96,6 +105,8 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    QStringList schemeNames_; // List1's names until the controls are made
+    bool built_ = false;
     // Building the controls (options_form_layout.cpp).
     void BuildColours();
     void BuildSelector();

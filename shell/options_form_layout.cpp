@@ -156,12 +156,29 @@ Form6::Form6(AppState& state, QWidget* parent) : QDialog(parent), state_(state)
     arial.setPointSize(9);
     setFont(arial);
     setFixedSize(kFormWidth, kFormHeight);
+}
+
+void Form6::SetSchemeNames(const QStringList& names)
+{
+    schemeNames_ = names;
+    if (built_) {
+        List1->clear();
+        List1->addItems(names);
+    }
+}
+
+void Form6::EnsureBuilt()
+{
+    if (built_)
+        return;
+    built_ = true;
     BuildColours();
     BuildSelector();
     BuildShape();
     BuildSizeAndPrintLine();
     BuildPathDirection();
     BuildScheme();
+    List1->addItems(schemeNames_);
 }
 
 } // namespace tallyon

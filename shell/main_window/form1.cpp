@@ -258,7 +258,7 @@ void Form1::Start()
     if (!schemes)
         FailMissingSchemes(SchemesFilePath(state_), problem);
     form6_ = new Form6(state_, this);
-    form6_->List1->addItems(*schemes);
+    form6_->SetSchemeNames(*schemes);
     connect(form6_, &Form6::RefreshMainWindow, Command2, &QPushButton::click);
 
     LoadSchemeAtStartup(state_, settings.SchemeFile);

@@ -137,9 +137,9 @@ void Form1::ApplyScheme()
     SetBackground(this, background);
     SetBackground(centralWidget(), background);
     Picture1->SetBackColour(background);
-    Picture4->SetBackColour(background);
+    Picture4->SetBackColour(background); // only ever a coloured panel: no drawing, no image
     SetBackground(Picture4, background);
-    Picture4->OpenCanvas()->Clear(background);
+    Picture4->update();
     ApplySchemeToMessageBox(state_);
     if (SchemeColoursMenu(state_.settings.SchemeFile))
         SetMenuColour(menuBar(), colours[kSchemeMenuBar]);

@@ -8,6 +8,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 
 namespace tallyon {
@@ -69,14 +70,22 @@ std::unique_ptr<Canvas> PictureBox::OpenCanvas()
 
 void PictureBox::SetBackColour(Colour colour) { back_ = colour; }
 
-void PictureBox::paintEvent(QPaintEvent*)
+void PictureBox::paintEvent(QPaintEvent* event)
 {
-    EnsureImage();
     QPainter painter(this);
+    if (image_.isNull()) { // nothing drawn yet: the back colour alone, without an image to hold it
+        painter.fillRect(event->rect(), ToQColor(back_));
+        return;
+    }
+    EnsureImage();
     painter.drawImage(QPointF(0, 0), image_);
 }
 
-void PictureBox::resizeEvent(QResizeEvent*) { EnsureImage(); }
+void PictureBox::resizeEvent(QResizeEvent*)
+{
+    if (!image_.isNull())
+        EnsureImage();
+}
 
 void PictureBox::mouseMoveEvent(QMouseEvent* event)
 {

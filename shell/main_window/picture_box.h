@@ -2,8 +2,10 @@
 // clickable labels of the main window.
 //
 // Contract: drawing goes through OpenCanvas(); the widget shows the image when the canvas is
-// destroyed. Mouse events are passed on with button codes 1 left, 2 right, 4 middle, the shift
-// state, and the position in twips.
+// destroyed. Until the first canvas is opened there is no image: the widget shows its back
+// colour, so that a box only ever coloured (SetBackColour) costs no image memory. Mouse events
+// are passed on with button codes 1 left, 2 right, 4 middle, the shift state, and the position
+// in twips.
 #pragma once
 
 #include "platform/canvas.h"
@@ -24,8 +26,9 @@ public:
 
     // A canvas on the backing image (twips, 15 per logical pixel).
     std::unique_ptr<Canvas> OpenCanvas();
-    // The backing image as it stands.
+    // The backing image as it stands; null before the first canvas.
     const QImage& Image() const { return image_; }
+    // The colour shown before anything is drawn, and that a new image starts with.
     void SetBackColour(Colour colour);
     Colour BackColour() const { return back_; }
     int WidthTwips() const { return width() * kTwipsPerPixel; }
