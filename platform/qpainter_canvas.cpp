@@ -5,6 +5,7 @@
 
 #include <QFont>
 #include <QFontMetricsF>
+#include <QPaintEngine>
 #include <QPainter>
 
 #include <cmath>
@@ -85,8 +86,7 @@ void QPainterCanvas::Circle(int cx, int cy, int radius, Colour outline, int penW
     const double r = ToDevice(radius);
     const double pen = PenOnDevice(penWidth);
     const QPointF centre(ToDevice(cx), ToDevice(cy));
-    const int type = painter_.device()->devType();
-    if (type != QInternal::Image && type != QInternal::Pixmap) {
+    if (painter_.paintEngine() == nullptr || painter_.paintEngine()->type() != QPaintEngine::Raster) {
         PaintCircle(painter_, centre, r, outline, pen, fill); // vector output stays vector
         return;
     }

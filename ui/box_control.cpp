@@ -232,30 +232,25 @@ void BoxControl::Refresh() { Redraw(); }
 
 void BoxControl::Redraw()
 {
-    const qreal dpr = devicePixelRatioF();
-    QPixmap surface(qMax(1, qRound(width() * dpr)), qMax(1, qRound(height() * dpr)));
-    surface.setDevicePixelRatio(dpr);
-    QPainter painter(&surface);
-    DrawFace(painter);
-    painter.end();
-    surface_ = surface;
+    face_ = {back_, fore_, font_, caption_, picture_, size(), borderStyle_, pressed_, focusShown_ && hasFocus(), true};
     update();
 }
 
-void BoxControl::DrawFace(QPainter& p) const
+void BoxControl::DrawFace(QPainter& p, const Face& f)
 {
-    const QColor back = ToQColor(back_);
-    const QRectF all(0, 0, width(), height());
+    const QColor back = ToQColor(f.back);
+    const qreal width = f.size.width(), height = f.size.height();
+    const QRectF all(0, 0, width, height);
     p.fillRect(all, back);
     const QColor light = Mix(back, Qt::white, 0.65);
     const QColor shadow = Mix(back, Qt::black, 0.45);
     const QColor dark = Mix(back, Qt::black, 0.8);
-    const qreal edge = borderStyle_ == 1 ? 1.5 : 0.5;
-    if (borderStyle_ == 1)
+    const qreal edge = f.borderStyle == 1 ? 1.5 : 0.5;
+    if (f.borderStyle == 1)
         Bevel(p, all.adjusted(0.5, 0.5, -0.5, -0.5), Qt::black, Qt::black);
     const QRectF outer = all.adjusted(edge, edge, -edge, -edge);
     const QRectF inner = outer.adjusted(kInset, kInset, -kInset, -kInset);
-    if (pressed_) {
+    if (f.pressed) {
         Bevel(p, outer, dark, light);
         Bevel(p, inner, shadow, back);
     } else {
@@ -263,26 +258,26 @@ void BoxControl::DrawFace(QPainter& p) const
         Bevel(p, inner, back.lighter(110), shadow);
     }
 
-    const QPointF shift = pressed_ ? QPointF(1, 1) : QPointF(0, 0);
-    const QFontMetricsF metrics(font_);
+    const QPointF shift = f.pressed ? QPointF(1, 1) : QPointF(0, 0);
+    const QFontMetricsF metrics(f.font);
     const QSizeF text =
-        caption_.isEmpty() ? QSizeF(0, 0) : QSizeF(metrics.horizontalAdvance(caption_), metrics.height());
-    const QSizeF pic = picture_.isNull() ? QSizeF(0, 0) : picture_.deviceIndependentSize();
-    const qreal gap = (!caption_.isEmpty() && !picture_.isNull()) ? 2.0 : 0.0;
-    qreal top = (height() - (pic.height() + gap + text.height())) / 2.0;
-    if (!picture_.isNull()) {
-        p.drawPixmap(QPointF((width() - pic.width()) / 2.0, top) + shift, picture_);
+        f.caption.isEmpty() ? QSizeF(0, 0) : QSizeF(metrics.horizontalAdvance(f.caption), metrics.height());
+    const QSizeF pic = f.picture.isNull() ? QSizeF(0, 0) : f.picture.deviceIndependentSize();
+    const qreal gap = (!f.caption.isEmpty() && !f.picture.isNull()) ? 2.0 : 0.0;
+    qreal top = (height - (pic.height() + gap + text.height())) / 2.0;
+    if (!f.picture.isNull()) {
+        p.drawPixmap(QPointF((width - pic.width()) / 2.0, top) + shift, f.picture);
         top += pic.height() + gap;
     }
-    if (!caption_.isEmpty()) {
-        p.setFont(font_);
-        p.setPen(ToQColor(fore_));
-        p.drawText(QRectF(0, top, width(), text.height()).translated(shift), Qt::AlignHCenter | Qt::AlignVCenter,
-                   caption_);
+    if (!f.caption.isEmpty()) {
+        p.setFont(f.font);
+        p.setPen(ToQColor(f.fore));
+        p.drawText(QRectF(0, top, width, text.height()).translated(shift), Qt::AlignHCenter | Qt::AlignVCenter,
+                   f.caption);
     }
-    if (focusShown_ && hasFocus()) {
+    if (f.focusFrame) {
         // In the caption's colour, which every scheme keeps readable on the face.
-        p.setPen(QPen(ToQColor(fore_), 1, Qt::DotLine));
+        p.setPen(QPen(ToQColor(f.fore), 1, Qt::DotLine));
         p.setBrush(Qt::NoBrush);
         p.drawRect(inner.adjusted(kFocusInset, kFocusInset, -kFocusInset, -kFocusInset));
     }
@@ -291,10 +286,10 @@ void BoxControl::DrawFace(QPainter& p) const
 void BoxControl::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    if (surface_.isNull())
+    if (!face_.taken)
         painter.fillRect(rect(), ToQColor(back_));
     else
-        painter.drawPixmap(0, 0, surface_);
+        DrawFace(painter, face_);
 }
 
 void BoxControl::resizeEvent(QResizeEvent* event)

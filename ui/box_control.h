@@ -100,8 +100,24 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    // What the face shows, taken whenever it is redrawn and painted from then on, so that a
+    // property that does not redraw (BackColor alone) changes nothing on screen until the next
+    // redraw. Painting from it when shown, rather than keeping a picture of the face, saves
+    // the picture's memory and draws no text before the window is on screen.
+    struct Face {
+        Colour back = 0, fore = 0;
+        QFont font;
+        QString caption;
+        QPixmap picture;
+        QSize size;
+        int borderStyle = 0;
+        bool pressed = false;
+        bool focusFrame = false;
+        bool taken = false;
+    };
+
     void Redraw();
-    void DrawFace(QPainter& painter) const;
+    static void DrawFace(QPainter& painter, const Face& face);
     void Changed(const char* name, bool redraw);
 
     Colour back_;
@@ -112,7 +128,7 @@ private:
     int borderStyle_ = 0;
     bool pressed_ = false;
     bool focusShown_ = false; // focus reached by the keyboard, shown as a dotted frame
-    QPixmap surface_;
+    Face face_;
 };
 
 // Shared event codes of the program's controls.

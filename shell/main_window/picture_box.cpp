@@ -8,7 +8,6 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPaintEvent>
 #include <QPainter>
 
 namespace tallyon {
@@ -16,25 +15,10 @@ namespace {
 
 constexpr int kFocusFrameInset = 3; // the labels' focus frame inside their raised panel, pixels
 
-// Owns the painter before the canvas that uses it is built.
-struct PainterHolder {
-    explicit PainterHolder(QImage& image) : painter(&image) {}
-    QPainter painter;
-};
-
-// A canvas on a picture box's image; the box repaints when the canvas goes.
-class PictureCanvas : private PainterHolder, public QPainterCanvas {
-public:
-    PictureCanvas(QImage& image, QWidget* box) : PainterHolder(image), QPainterCanvas(painter, 96.0, 1.0), box_(box) {}
-    ~PictureCanvas() override
-    {
-        painter.end();
-        box_->update();
-    }
-
-private:
-    QWidget* box_;
-};
+// Past this many calls since the last Clear the list is painted into an image once: a game
+// that runs long without a full redraw then keeps an image, not an ever longer list. A full
+// redraw of a 10x10 board takes about a thousand.
+constexpr std::size_t kMostKept = 20000;
 
 float ToTwips(double pixels) { return static_cast<float>(pixels * kTwipsPerPixel); }
 
@@ -46,45 +30,111 @@ PictureBox::PictureBox(QWidget* parent) : QWidget(parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-void PictureBox::EnsureImage()
-{
-    const qreal ratio = devicePixelRatioF();
-    const QSize wanted = size() * ratio;
-    if (image_.size() == wanted && qFuzzyCompare(image_.devicePixelRatioF(), ratio))
-        return;
-    QImage fresh(wanted, QImage::Format_RGB32);
-    fresh.setDevicePixelRatio(ratio);
-    fresh.fill(ToQColor(back_));
-    if (!image_.isNull()) {
-        QPainter copy(&fresh);
-        copy.drawImage(QPointF(0, 0), image_);
+// Records the calls into the box's list; measuring is done on a small image of the screen's
+// resolution, as painting will; the box repaints when the canvas goes.
+class PictureBox::ListCanvas : public Canvas {
+public:
+    explicit ListCanvas(PictureBox& box) : box_(box), probe_(1, 1, QImage::Format_RGB32)
+    {
+        probe_.setDevicePixelRatio(box.devicePixelRatioF());
     }
-    image_ = fresh;
+    ~ListCanvas() override { box_.update(); }
+
+    void Clear(Colour background) override
+    {
+        box_.drawn_.clear();
+        box_.painted_ = QImage();
+        box_.ground_ = background;
+    }
+    void Line(int x1, int y1, int x2, int y2, Colour colour, int pen) override
+    {
+        box_.Keep({Drawn::Kind::Line, x1, y1, x2, y2, colour, pen, {}, {}, {}});
+    }
+    void Box(int x1, int y1, int x2, int y2, Colour colour, int pen) override
+    {
+        box_.Keep({Drawn::Kind::Box, x1, y1, x2, y2, colour, pen, {}, {}, {}});
+    }
+    void FilledBox(int x1, int y1, int x2, int y2, Colour fill) override
+    {
+        box_.Keep({Drawn::Kind::FilledBox, x1, y1, x2, y2, fill, 0, {}, {}, {}});
+    }
+    void Circle(int cx, int cy, int radius, Colour outline, int pen, std::optional<Colour> fill) override
+    {
+        box_.Keep({Drawn::Kind::Circle, cx, cy, radius, 0, outline, pen, fill, {}, {}});
+    }
+    void Text(int x, int y, const std::string& text, const FontSpec& font, Colour colour) override
+    {
+        box_.Keep({Drawn::Kind::Text, x, y, 0, 0, colour, 0, {}, text, font});
+    }
+    TextSize MeasureText(const std::string& text, const FontSpec& font) override
+    {
+        QPainter painter(&probe_);
+        return QPainterCanvas(painter, 96.0, 1.0).MeasureText(text, font);
+    }
+
+private:
+    PictureBox& box_;
+    QImage probe_;
+};
+
+std::unique_ptr<Canvas> PictureBox::OpenCanvas() { return std::make_unique<ListCanvas>(*this); }
+
+void PictureBox::Keep(Drawn drawn)
+{
+    drawn_.push_back(std::move(drawn));
+    if (drawn_.size() < kMostKept)
+        return;
+    QImage image(size() * devicePixelRatioF(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(devicePixelRatioF());
+    QPainter painter(&image);
+    PaintPicture(painter);
+    painter.end();
+    painted_ = image;
+    drawn_.clear();
 }
 
-std::unique_ptr<Canvas> PictureBox::OpenCanvas()
+void PictureBox::PaintPicture(QPainter& painter) const
 {
-    EnsureImage();
-    return std::make_unique<PictureCanvas>(image_, this);
+    painter.fillRect(QRect(QPoint(0, 0), size()), ToQColor(ground_.value_or(back_)));
+    if (!painted_.isNull())
+        painter.drawImage(QPointF(0, 0), painted_);
+    QPainterCanvas canvas(painter, 96.0, 1.0);
+    for (const Drawn& d : drawn_) {
+        switch (d.kind) {
+        case Drawn::Kind::Line:
+            canvas.Line(d.x1, d.y1, d.x2, d.y2, d.colour, d.pen);
+            break;
+        case Drawn::Kind::Box:
+            canvas.Box(d.x1, d.y1, d.x2, d.y2, d.colour, d.pen);
+            break;
+        case Drawn::Kind::FilledBox:
+            canvas.FilledBox(d.x1, d.y1, d.x2, d.y2, d.colour);
+            break;
+        case Drawn::Kind::Circle:
+            canvas.Circle(d.x1, d.y1, d.x2, d.colour, d.pen, d.fill);
+            break;
+        case Drawn::Kind::Text:
+            canvas.Text(d.x1, d.y1, d.text, d.font, d.colour);
+            break;
+        }
+    }
+}
+
+QImage PictureBox::Image() const
+{
+    QImage image(size() * devicePixelRatioF(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(devicePixelRatioF());
+    QPainter painter(&image);
+    PaintPicture(painter);
+    return image;
 }
 
 void PictureBox::SetBackColour(Colour colour) { back_ = colour; }
 
-void PictureBox::paintEvent(QPaintEvent* event)
+void PictureBox::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    if (image_.isNull()) { // nothing drawn yet: the back colour alone, without an image to hold it
-        painter.fillRect(event->rect(), ToQColor(back_));
-        return;
-    }
-    EnsureImage();
-    painter.drawImage(QPointF(0, 0), image_);
-}
-
-void PictureBox::resizeEvent(QResizeEvent*)
-{
-    if (!image_.isNull())
-        EnsureImage();
+    PaintPicture(painter);
 }
 
 void PictureBox::mouseMoveEvent(QMouseEvent* event)

@@ -1,11 +1,14 @@
 // The board picture: a widget that keeps what is drawn on it in a backing image, and the
 // clickable labels of the main window.
 //
-// Contract: drawing goes through OpenCanvas(); the widget shows the image when the canvas is
-// destroyed. Until the first canvas is opened there is no image: the widget shows its back
-// colour, so that a box only ever coloured (SetBackColour) costs no image memory. Mouse events
-// are passed on with button codes 1 left, 2 right, 4 middle, the shift state, and the position
-// in twips.
+// Contract: drawing goes through OpenCanvas(); the widget shows what was drawn when the canvas
+// is destroyed, and keeps showing it, drawing over drawing, until a Clear starts afresh. What
+// was drawn is kept as the list of drawing calls since the last Clear and painted again when
+// the widget is shown: the window's own buffer already holds the pixels, and a second picture
+// of them would cost as much memory again. A list grown very long is painted into an image
+// once and goes on from there. Before anything is drawn the widget shows its back colour.
+// Mouse events are passed on with button codes 1 left, 2 right, 4 middle, the shift state, and
+// the position in twips.
 #pragma once
 
 #include "platform/canvas.h"
@@ -15,7 +18,11 @@
 #include <QLabel>
 #include <QWidget>
 
+#include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace tallyon {
 
@@ -24,11 +31,11 @@ class PictureBox : public QWidget {
 public:
     explicit PictureBox(QWidget* parent = nullptr);
 
-    // A canvas on the backing image (twips, 15 per logical pixel).
+    // A canvas on the picture (twips, 15 per logical pixel).
     std::unique_ptr<Canvas> OpenCanvas();
-    // The backing image as it stands; null before the first canvas.
-    const QImage& Image() const { return image_; }
-    // The colour shown before anything is drawn, and that a new image starts with.
+    // The picture as it stands, painted into an image of the widget's size.
+    QImage Image() const;
+    // The colour shown where nothing is drawn yet.
     void SetBackColour(Colour colour);
     Colour BackColour() const { return back_; }
     int WidthTwips() const { return width() * kTwipsPerPixel; }
@@ -39,13 +46,28 @@ signals:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    void EnsureImage();
-    QImage image_;
+    // One drawing call, kept to be painted again.
+    struct Drawn {
+        enum class Kind : std::uint8_t { Line, Box, FilledBox, Circle, Text } kind;
+        int x1 = 0, y1 = 0, x2 = 0, y2 = 0; // a circle's centre in x1, y1 and radius in x2
+        Colour colour = 0;
+        int pen = 0;
+        std::optional<Colour> fill;
+        std::string text;
+        FontSpec font;
+    };
+    class ListCanvas;
+    // Paints the picture: the ground, the image a long list was painted into, then the list.
+    void PaintPicture(QPainter& painter) const;
+    void Keep(Drawn drawn);
+
+    std::vector<Drawn> drawn_;     // since the last Clear, or since `painted_` was made
+    std::optional<Colour> ground_; // the last Clear's colour
+    QImage painted_;               // a long list painted once; null until one grew so long
     Colour back_ = fixed::White;
 };
 
