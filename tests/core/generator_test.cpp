@@ -165,8 +165,8 @@ TEST(BuildPuzzle, SmallBoardsVaryTheirPaths)
 // A node's count of valid links must say little of whether it is on the path: over 200 puzzles
 // of each size, the shares of path nodes among the nodes with 2, 3 and 4 valid links lie within
 // 0.12 of each other (0.20 up to 6x6, whose paths cover most of the board); and no 3x3 block
-// of nodes off the path has all its twelve links valid. A clock that repeats every run makes
-// the sample the same each time.
+// of nodes off the path has all its twelve links valid; and each puzzle, the first built, is
+// solved by reasoning. A clock that repeats every run makes the sample the same each time.
 TEST(BuildPuzzle, ValidLinkCountsDoNotGiveThePathAway)
 {
     TickingClock clock;
@@ -174,7 +174,8 @@ TEST(BuildPuzzle, ValidLinkCountsDoNotGiveThePathAway)
         auto board = FreshBoard(size);
         long onPath[5] = {}, all[5] = {};
         for (int i = 0; i < 200; ++i) {
-            BuildPuzzle(*board, kSideLeft, 8400);
+            const PuzzleStats stats = BuildPuzzle(*board, kSideLeft, 8400);
+            ASSERT_TRUE(stats.Builds == 1 && stats.Grading.solved) << "size " << size << " puzzle " << i;
             const LinkGraph valid = ValidLinkGraph(*board);
             const LinkGraph path = PathLinks(*board, Numbers(board->PathList));
             const int n = size + 1;
