@@ -78,10 +78,6 @@ private:
 };
 
 CarriedClock g_carried;
-
-std::uint64_t TimeOfDayNanoseconds() { return g_carried.Now(); }
-#else
-std::uint64_t TimeOfDayNanoseconds() { return SystemTimeOfDay(); }
 #endif
 
 // The splitmix64 step: a strong mix of a 64-bit seed, so that seeds a few
@@ -95,6 +91,18 @@ std::uint64_t Mix(std::uint64_t z)
 }
 
 } // namespace
+
+#if defined(__x86_64__)
+std::uint64_t TimeOfDayNanoseconds() { return g_carried.Now(); }
+#else
+std::uint64_t TimeOfDayNanoseconds()
+{
+    static std::uint64_t last = 0;
+    const std::uint64_t now = SystemTimeOfDay();
+    last = now > last ? now : last + 1;
+    return last;
+}
+#endif
 
 void SetClockSource(ClockSource clock) { g_clock = std::move(clock); }
 

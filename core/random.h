@@ -16,6 +16,10 @@ using ClockSource = std::function<std::uint64_t()>;
 // Replaces the time-of-day clock (nanoseconds); an empty function restores the real one.
 void SetClockSource(ClockSource clock);
 
+// The real clock: the time of day in nanoseconds. Every read is later than the one before,
+// so that no two draws share a seed, unless the system clock was set back by over a second.
+std::uint64_t TimeOfDayNanoseconds();
+
 // Reseeds from the clock and returns 64 well-mixed bits.
 std::uint64_t RandomBits();
 

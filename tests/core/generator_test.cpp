@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <set>
 #include <string>
 
@@ -246,6 +247,27 @@ TEST(BuildPuzzle, StartSideTags)
     }
     const double top = 100.0 * count[kSideTop] / kSamples;
     EXPECT_TRUE(top > 45.5 && top < 52.5) << top << "% from the top";
+}
+
+// Equal seeds give equal draws, so the real clock never gives the same time twice nor goes
+// back, across the reads where it carries the time forward by itself and the ones where it
+// takes up the system's time again (about every 50 ms); and it keeps near the system's time.
+TEST(RandomDraws, TheRealClockOnlyMovesOnAndKeepsTheTimeOfDay)
+{
+    const auto systemNs = [] {
+        const auto since = std::chrono::system_clock::now().time_since_epoch();
+        return static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::nanoseconds>(since).count());
+    };
+    constexpr std::uint64_t kRunNs = 400'000'000, kNearNs = 2'000'000;
+    const std::uint64_t first = TimeOfDayNanoseconds(), until = systemNs() + kRunNs;
+    std::uint64_t last = first, reads = 0, backs = 0;
+    for (std::uint64_t now = 0; (++reads & 1023) != 0 || systemNs() < until; last = now) {
+        now = TimeOfDayNanoseconds();
+        backs += now <= last ? 1 : 0;
+    }
+    EXPECT_EQ(backs, 0u) << "of " << reads << " reads";
+    const std::uint64_t system = systemNs(), ours = TimeOfDayNanoseconds();
+    EXPECT_LT(ours > system ? ours - system : system - ours, kNearNs);
 }
 
 // The step rules at the edges of their draws, each draw made by the clock: above 75 right,

@@ -138,6 +138,7 @@ TEST(PuzzleCode, EveryByteChangedIsRefusedOrPlayable)
         BuildPuzzle(built, kSideTop, kWidth);
         std::vector<std::uint8_t> payload = CodeBytes(EncodePuzzleCode(built));
         payload.resize(payload.size() - 2); // the CRC, made again for each change
+        const int lattice = (size + 1) * (size + 1);
         int accepted = 0;
         for (std::size_t at = 0; at < payload.size(); ++at)
             for (int value = 0; value < 256; value += at < 4 ? 1 : 37) {
@@ -145,8 +146,18 @@ TEST(PuzzleCode, EveryByteChangedIsRefusedOrPlayable)
                 changed[at] = static_cast<std::uint8_t>(value);
                 const std::string code = PuzzleCodeFromBytes(changed);
                 Board board;
-                if (!DecodePuzzleCode(code, board, kWidth).ok)
+                const DecodeResult result = DecodePuzzleCode(code, board, kWidth);
+                if (!result.ok) {
+                    // A side, a path length or a Start that no board of the size has is damage,
+                    // whatever the bytes after it say.
+                    const bool outside = at == 1   ? value < kSideLeft || value > 4
+                                         : at == 2 ? value < 2 || value > lattice
+                                                   : at == 3 && value >= lattice;
+                    if (outside) {
+                        EXPECT_EQ(result.problem, "It is damaged or incomplete.") << at << " = " << value;
+                    }
                     continue;
+                }
                 ++accepted;
                 SCOPED_TRACE("byte " + std::to_string(at) + " = " + std::to_string(value));
                 ASSERT_TRUE(board.List2.size() >= 3 && board.List2.size() % 2 == 1);
