@@ -6,7 +6,11 @@ include(GNUInstallDirs)
 
 set(TALLYON_INSTALL_APPDIR "lib/tallyon" CACHE PATH
     "Directory, relative to the prefix, holding the executable and its data files")
-set(TALLYON_APP_ID "io.github.tallyon.Tallyon")
+# The desktop entry's and the software centre's ID. It should be a reversed domain name that
+# whoever publishes the package owns (org.example.Tallyon); the project owns none, so by
+# default it is the program's own name, which the desktop accepts and AppStream's validator
+# only warns about.
+set(TALLYON_APP_ID "tallyon" CACHE STRING "The desktop and AppStream ID, a reversed domain name the publisher owns")
 # Whoever builds the package maintains it: "Name <address>", by default from the DEBFULLNAME
 # and DEBEMAIL that Debian's own tools read, or else the user and the host building it.
 set(TALLYON_MAINTAINER "" CACHE STRING "The Debian package's maintainer, \"Name <address>\"")
@@ -34,6 +38,9 @@ set(TALLYON_DATA_DIR ${PROJECT_SOURCE_DIR}/data)
 if(NOT TARGET tallyon)
   return()
 endif()
+
+# The window's desktop file name, by which a desktop finds its entry and icon.
+target_compile_definitions(tallyon PRIVATE TALLYON_APP_ID="${TALLYON_APP_ID}")
 
 # The window icon of every window, from a resource inside the executable.
 set_target_properties(tallyon PROPERTIES AUTORCC ON)
@@ -67,7 +74,7 @@ endforeach()
 # --prefix`), so the line is added then, at the end of the entry's own group, before its
 # actions; DESTDIR, a packager's staging root, stays out of it.
 install(CODE "
-  file(READ \"${TALLYON_DATA_DIR}/desktop/${TALLYON_APP_ID}.desktop\" entry)
+  file(READ \"${TALLYON_DATA_DIR}/desktop/tallyon.desktop\" entry)
   set(dir \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/applications\")
   set(file \"\${dir}/${TALLYON_APP_ID}.desktop\")
   file(MAKE_DIRECTORY \"\${dir}\")
@@ -98,7 +105,7 @@ if(TALLYON_HOMEPAGE)
   set(TALLYON_COPYRIGHT_SOURCE "Source: ${TALLYON_HOMEPAGE}\n")
   set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "${TALLYON_HOMEPAGE}")
 endif()
-configure_file(${TALLYON_DATA_DIR}/desktop/${TALLYON_APP_ID}.metainfo.xml.in
+configure_file(${TALLYON_DATA_DIR}/desktop/tallyon.metainfo.xml.in
                ${CMAKE_BINARY_DIR}/${TALLYON_APP_ID}.metainfo.xml @ONLY)
 configure_file(${TALLYON_DATA_DIR}/debian/copyright.in ${CMAKE_BINARY_DIR}/copyright @ONLY)
 configure_file(${TALLYON_DATA_DIR}/debian/changelog.in ${CMAKE_BINARY_DIR}/changelog @ONLY)

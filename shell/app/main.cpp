@@ -106,7 +106,7 @@ int main(int argc, char* argv[])
         return *command.exitCode;
     QApplication app(argc, argv);
     QApplication::setApplicationName("Tallyon");
-    QApplication::setDesktopFileName("io.github.tallyon.Tallyon");
+    QApplication::setDesktopFileName(QStringLiteral(TALLYON_APP_ID));
     QApplication::setWindowIcon(QIcon(":/icons/tallyon.png"));
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     tallyon::SetPendingEventsHandler(ProcessPendingEvents);

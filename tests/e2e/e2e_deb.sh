@@ -36,7 +36,8 @@ if [ -z "$(sed -n 's/^TALLYON_HOMEPAGE:STRING=//p' "$BUILD/CMakeCache.txt")" ]; 
   ! grep -q "<url\|<screenshot" "$ROOT"/usr/share/metainfo/*.metainfo.xml || fail "the metainfo names an address"
   ! grep -q "^Source:" "$ROOT/usr/share/doc/tallyon/copyright" || fail "the copyright names a source"
 fi
-! zgrep -rqs "github.io\|noreply" "$ROOT/usr/share/doc" "$ROOT/usr/share/metainfo" || fail "an invented address"
+! zgrep -rqs "github\|noreply" "$ROOT/usr/share/doc" "$ROOT/usr/share/metainfo" "$ROOT/usr/share/applications" ||
+  fail "an invented address"
 [ "$(dpkg-deb -f "$DEB" Maintainer)" != "" ] || fail "the package names no maintainer"
 [ -x "$ROOT/usr/bin/tallyon" ] || fail "no /usr/bin/tallyon in the package"
 [ -f "$ROOT/usr/share/man/man6/tallyon.6.gz" ] || fail "no manual page in the package"
