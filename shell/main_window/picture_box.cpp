@@ -10,6 +10,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace tallyon {
 namespace {
 
@@ -18,7 +20,10 @@ constexpr int kFocusFrameInset = 3; // the labels' focus frame inside their rais
 // Past this many calls since the last Clear the list is painted into an image once: a game
 // that runs long without a full redraw then keeps an image, not an ever longer list. A full
 // redraw of a 10x10 board takes about a thousand.
-constexpr std::size_t kMostKept = 20000;
+constexpr std::size_t kMostKept = 10000;
+// A list kept past a full redraw's length gives its memory back when it is forgotten.
+constexpr std::size_t kRedrawCalls = 2048;
+static_assert(kMostKept <= 65535, "every font of a list has a 16-bit place");
 
 float ToTwips(double pixels) { return static_cast<float>(pixels * kTwipsPerPixel); }
 
@@ -42,29 +47,29 @@ public:
 
     void Clear(Colour background) override
     {
-        box_.drawn_.clear();
+        box_.ForgetList();
         box_.painted_ = QImage();
         box_.ground_ = background;
     }
     void Line(int x1, int y1, int x2, int y2, Colour colour, int pen) override
     {
-        box_.Keep({Drawn::Kind::Line, x1, y1, x2, y2, colour, pen, {}, {}, {}});
+        box_.Keep({Drawn::Kind::Line, false, 0, x1, y1, x2, y2, colour, pen, 0, 0});
     }
     void Box(int x1, int y1, int x2, int y2, Colour colour, int pen) override
     {
-        box_.Keep({Drawn::Kind::Box, x1, y1, x2, y2, colour, pen, {}, {}, {}});
+        box_.Keep({Drawn::Kind::Box, false, 0, x1, y1, x2, y2, colour, pen, 0, 0});
     }
     void FilledBox(int x1, int y1, int x2, int y2, Colour fill) override
     {
-        box_.Keep({Drawn::Kind::FilledBox, x1, y1, x2, y2, fill, 0, {}, {}, {}});
+        box_.Keep({Drawn::Kind::FilledBox, false, 0, x1, y1, x2, y2, fill, 0, 0, 0});
     }
     void Circle(int cx, int cy, int radius, Colour outline, int pen, std::optional<Colour> fill) override
     {
-        box_.Keep({Drawn::Kind::Circle, cx, cy, radius, 0, outline, pen, fill, {}, {}});
+        box_.Keep({Drawn::Kind::Circle, fill.has_value(), 0, cx, cy, radius, 0, outline, pen, fill.value_or(0), 0});
     }
     void Text(int x, int y, const std::string& text, const FontSpec& font, Colour colour) override
     {
-        box_.Keep({Drawn::Kind::Text, x, y, 0, 0, colour, 0, {}, text, font});
+        box_.KeepText(x, y, text, font, colour);
     }
     TextSize MeasureText(const std::string& text, const FontSpec& font) override
     {
@@ -79,9 +84,22 @@ private:
 
 std::unique_ptr<Canvas> PictureBox::OpenCanvas() { return std::make_unique<ListCanvas>(*this); }
 
-void PictureBox::Keep(Drawn drawn)
+void PictureBox::KeepText(int x, int y, const std::string& text, const FontSpec& font, Colour colour)
 {
-    drawn_.push_back(std::move(drawn));
+    const auto same = [&font](const FontSpec& f) {
+        return f.points == font.points && f.bold == font.bold && f.family == font.family;
+    };
+    auto place = std::find_if(fonts_.begin(), fonts_.end(), same);
+    if (place == fonts_.end())
+        place = fonts_.insert(fonts_.end(), font);
+    const auto fontAt = static_cast<std::uint16_t>(place - fonts_.begin());
+    texts_.push_back(text);
+    Keep({Drawn::Kind::Text, false, fontAt, x, y, 0, 0, colour, 0, 0, static_cast<std::uint32_t>(texts_.size() - 1)});
+}
+
+void PictureBox::Keep(const Drawn& drawn)
+{
+    drawn_.push_back(drawn);
     if (drawn_.size() < kMostKept)
         return;
     QImage image(size() * devicePixelRatioF(), QImage::Format_RGB32);
@@ -90,7 +108,18 @@ void PictureBox::Keep(Drawn drawn)
     PaintPicture(painter);
     painter.end();
     painted_ = image;
+    ForgetList();
+}
+
+void PictureBox::ForgetList()
+{
+    if (drawn_.capacity() > kRedrawCalls) {
+        drawn_ = {};
+        texts_ = {};
+    }
     drawn_.clear();
+    texts_.clear();
+    fonts_.clear();
 }
 
 void PictureBox::PaintPicture(QPainter& painter) const
@@ -111,10 +140,10 @@ void PictureBox::PaintPicture(QPainter& painter) const
             canvas.FilledBox(d.x1, d.y1, d.x2, d.y2, d.colour);
             break;
         case Drawn::Kind::Circle:
-            canvas.Circle(d.x1, d.y1, d.x2, d.colour, d.pen, d.fill);
+            canvas.Circle(d.x1, d.y1, d.x2, d.colour, d.pen, d.filled ? std::optional<Colour>(d.fill) : std::nullopt);
             break;
         case Drawn::Kind::Text:
-            canvas.Text(d.x1, d.y1, d.text, d.font, d.colour);
+            canvas.Text(d.x1, d.y1, texts_[d.text], fonts_[d.font], d.colour);
             break;
         }
     }

@@ -50,24 +50,32 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    // One drawing call, kept to be painted again.
+    // One drawing call, kept to be painted again. A text and its font are named by their
+    // place in the lists beside it, which keeps every call small: a full redraw of a 10x10
+    // board makes about a thousand calls, and a long game many thousands.
     struct Drawn {
         enum class Kind : std::uint8_t { Line, Box, FilledBox, Circle, Text } kind;
+        bool filled = false;                // a circle with a fill
+        std::uint16_t font = 0;             // a text's font in fonts_
         int x1 = 0, y1 = 0, x2 = 0, y2 = 0; // a circle's centre in x1, y1 and radius in x2
         Colour colour = 0;
         int pen = 0;
-        std::optional<Colour> fill;
-        std::string text;
-        FontSpec font;
+        Colour fill = 0;
+        std::uint32_t text = 0; // a text's place in texts_
     };
     class ListCanvas;
     // Paints the picture: the ground, the image a long list was painted into, then the list.
     void PaintPicture(QPainter& painter) const;
-    void Keep(Drawn drawn);
+    void Keep(const Drawn& drawn);
+    void KeepText(int x, int y, const std::string& text, const FontSpec& font, Colour colour);
+    // Forgets the list, and gives its memory back when it had grown long.
+    void ForgetList();
 
-    std::vector<Drawn> drawn_;     // since the last Clear, or since `painted_` was made
-    std::optional<Colour> ground_; // the last Clear's colour
-    QImage painted_;               // a long list painted once; null until one grew so long
+    std::vector<Drawn> drawn_;       // since the last Clear, or since `painted_` was made
+    std::vector<std::string> texts_; // the texts of the list's Text calls, in order
+    std::vector<FontSpec> fonts_;    // each font the list's Text calls use, once
+    std::optional<Colour> ground_;   // the last Clear's colour
+    QImage painted_;                 // a long list painted once; null until one grew so long
     Colour back_ = fixed::White;
 };
 
