@@ -77,12 +77,13 @@ public:
         throw Refused{"line " + Text(static_cast<long long>(at_)) + " is damaged: " + what};
     }
 
-    // A whole decimal number from lo to hi.
+    // A whole decimal number from lo to hi, written as the game writes it: no sign but a minus,
+    // no leading zero, so that every file read writes back the same.
     long long Number(const std::string& word, long long lo, long long hi) const
     {
         long long n = 0;
         const auto [end, ec] = std::from_chars(word.data(), word.data() + word.size(), n);
-        if (ec != std::errc() || end != word.data() + word.size() || word.empty() || word[0] == '+' || n < lo || n > hi)
+        if (ec != std::errc() || end != word.data() + word.size() || Text(n) != word || n < lo || n > hi)
             Damaged("\"" + word + "\" is not a number from " + Text(lo) + " to " + Text(hi));
         return n;
     }

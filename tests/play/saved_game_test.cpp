@@ -119,6 +119,7 @@ TEST(SavedGame, RefusesDamagedTextsSayingWhy)
         {"no code", set("code", "code"), "damaged"},
         {"next size 11", set("next", "next 11 0"), "from 4 to 10"},
         {"next direction 5", set("next", "next 7 5"), "from 0 to 4"},
+        {"leading zero", set("next", "next 07 1"), "\"07\" is not a number"},
         {"check", set("check", "check maybe 0"), "\"on\" or \"off\""},
         {"colour", set("check", "check on 16777216"), "from 0 to 16777215"},
         {"count past the end", set("undo", "undo 99999"), "cut short"},
