@@ -186,6 +186,10 @@ SavedGame Read(const std::vector<std::string>& lines, int pictureWidth)
     const DecodeResult decoded = DecodePuzzleCode(code, *game.board, pictureWidth);
     if (!decoded.ok)
         throw Refused{"its puzzle code is refused: " + decoded.problem};
+    // The code reader forgives blanks around a code, as a pasted one may have; a file holds
+    // the code as the game writes it.
+    if (EncodePuzzleCode(*game.board) != code)
+        in.Damaged("the puzzle code has blanks around it");
     const std::vector<std::string> next = in.Expect("next", 2);
     game.next.GridSize = static_cast<int>(in.Number(next[1], 4, 10));
     game.next.PathDirection = static_cast<int>(in.Number(next[2], 0, kHighestDirection));

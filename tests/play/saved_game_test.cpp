@@ -117,6 +117,7 @@ TEST(SavedGame, RefusesDamagedTextsSayingWhy)
         {"after the end", [](auto& l) { l.push_back("end"); }, "nothing may follow"},
         {"refused code", set("code", "code " + code.substr(0, code.size() - 2) + "AA"), "puzzle code is refused"},
         {"no code", set("code", "code"), "damaged"},
+        {"code and a tab", set("code", "code " + code + "\t"), "blanks around it"},
         {"next size 11", set("next", "next 11 0"), "from 4 to 10"},
         {"next direction 5", set("next", "next 7 5"), "from 0 to 4"},
         {"leading zero", set("next", "next 07 1"), "\"07\" is not a number"},
