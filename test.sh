@@ -23,8 +23,5 @@ cmake --build build-asan -j"$jobs" --target "${sanitized_tests[@]}"
 # A fixed seed, so that a failure here shows again when the run is repeated.
 if command -v clang++ >/dev/null; then
   export TALLYON_FUZZ_SEED="${TALLYON_FUZZ_SEED:-20261123}"
-  for name in "${fuzz_targets[@]}"; do
-    echo "fuzzing $name for ${TALLYON_FUZZ_SECONDS:-20} s, seed $TALLYON_FUZZ_SEED"
-    tools/fuzz.sh "$name" "${TALLYON_FUZZ_SECONDS:-20}"
-  done
+  tools/fuzz.sh "${fuzz_targets[@]}" "${TALLYON_FUZZ_SECONDS:-20}"
 fi
