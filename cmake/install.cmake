@@ -50,6 +50,9 @@ target_sources(tallyon PRIVATE ${TALLYON_DATA_DIR}/tallyon.qrc)
 # Its own libraries are static and Qt comes from the system, so it needs no run path.
 set_target_properties(tallyon PROPERTIES INSTALL_RPATH "")
 install(TARGETS tallyon RUNTIME DESTINATION ${TALLYON_INSTALL_APPDIR})
+# The print module, which the program loads from its plugins folder when it prints.
+set_target_properties(tallyon_print_module PROPERTIES INSTALL_RPATH "")
+install(TARGETS tallyon_print_module LIBRARY DESTINATION ${TALLYON_INSTALL_APPDIR}/plugins)
 install(FILES ${TALLYON_DATA_DIR}/all.col ${TALLYON_DATA_DIR}/tallyon.htm
         DESTINATION ${TALLYON_INSTALL_APPDIR})
 install(DIRECTORY ${TALLYON_DATA_DIR}/artwork DESTINATION ${TALLYON_INSTALL_APPDIR})

@@ -1,32 +1,34 @@
 // Sends the puzzle and its solution to the default printer, or to a PDF file without one.
 #include "output/print_job.h"
 
+#include "output/print_module/send_page.h"
 #include "platform/answer_codes.h"
 #include "platform/qpainter_canvas.h"
 #include "ui/message_box.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QLibrary>
 #include <QPainter>
-#include <QPrinter>
-#include <QPrinterInfo>
 
 #include <algorithm>
 #include <cstdio>
-#include <memory>
 
 namespace tallyon {
 namespace {
 
-// The printer for this job: the default printer, or a PDF writer into tempPath.
-std::unique_ptr<QPrinter> MakePrinter(const QPrinterInfo& info, const QString& tempPath)
+using SendPageFunction = decltype(&TallyonSendPage);
+
+// The print module's entry, loaded on first use from the executable's folder; null with the
+// loader's reason in why when it cannot be loaded. Once loaded it stays for the session.
+SendPageFunction LoadSendPage(QString& why)
 {
-    if (!info.isNull())
-        return std::make_unique<QPrinter>(info, QPrinter::HighResolution);
-    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    printer->setOutputFormat(QPrinter::PdfFormat);
-    printer->setOutputFileName(tempPath);
-    return printer;
+    QLibrary module(QCoreApplication::applicationDirPath() + "/" + kPrintModuleFile);
+    const auto send = reinterpret_cast<SendPageFunction>(module.resolve(kSendPageSymbol));
+    if (send == nullptr)
+        why = module.errorString();
+    return send;
 }
 
 // Moves the finished temporary file over the old PDF.
@@ -50,20 +52,14 @@ double PrintScale(const Board& board, const OutputOptions& options, Canvas& meas
     return std::min({1.0, printableWidth / right, printableHeight / bottom});
 }
 
-bool PrintPage(QPrinter& printer, const Board& board, const OutputOptions& options)
+void BoardPage::Paint(QPainter& painter, double dpi, double width, double height) const
 {
-    QPainter painter;
-    if (!painter.begin(&printer))
-        return false;
-    const double dpi = printer.resolution();
     QPainterCanvas canvas(painter, dpi, dpi / kPrinterPenUnitsPerInch);
     const double twipsPerPixel = kTwipsPerInch / dpi;
-    const double scale =
-        PrintScale(board, options, canvas, printer.width() * twipsPerPixel, printer.height() * twipsPerPixel);
+    const double scale = PrintScale(board_, options_, canvas, width * twipsPerPixel, height * twipsPerPixel);
     painter.scale(scale, scale); // lines, digits and marks alike
-    PrintBoard(canvas, board, kPrintLeft, kPuzzleTop, kPuzzleMode, options);
-    PrintBoard(canvas, board, kPrintLeft, kSolutionTop, kSolutionMode, options);
-    return painter.end();
+    PrintBoard(canvas, board_, kPrintLeft, kPuzzleTop, kPuzzleMode, options_);
+    PrintBoard(canvas, board_, kPrintLeft, kSolutionTop, kSolutionMode, options_);
 }
 
 void PrintPuzzleAndSolution(const Board& board, const OutputOptions& options, const QString& appDir)
@@ -73,18 +69,22 @@ void PrintPuzzleAndSolution(const Board& board, const OutputOptions& options, co
     if (ShowMessage("Print Puzzle and its Solution?", "vbyesno+vbquestion") != kAnswerYes)
         return;
 
-    const QPrinterInfo info = QPrinterInfo::defaultPrinter();
+    QString why;
+    const SendPageFunction send = LoadSendPage(why);
+    if (send == nullptr) {
+        ReportFailure("the print module could not be loaded: " + why);
+        return;
+    }
     const QString finalPath = QDir(appDir).absoluteFilePath(QString::fromLatin1(kPrintFileName));
     const QString tempPath = finalPath + ".tmp";
-    const std::unique_ptr<QPrinter> printer = MakePrinter(info, tempPath);
-    const QString target = info.isNull() ? finalPath : "printer \"" + info.printerName() + "\"";
-
-    if (!PrintPage(*printer, board, options)) {
+    QString printerName;
+    if (!send(BoardPage(board, options), tempPath, printerName)) {
         QFile::remove(tempPath);
+        const QString target = printerName.isEmpty() ? finalPath : "printer \"" + printerName + "\"";
         ReportFailure("the page could not be sent to " + target + ".");
         return;
     }
-    if (!info.isNull()) {
+    if (!printerName.isEmpty()) {
         ShowMessage("Done", "vbinformation+vbok");
         return;
     }

@@ -4,7 +4,8 @@
 // "Print Puzzle and its Solution?" and prints only on Yes (6). The page goes to the system's
 // default printer without a dialog; with no default printer it is written as the PDF file
 // "tallyon-print.pdf" in appDir instead, and the closing report names that file. A job that
-// cannot start reports "Printing failed: ..." and never "Done".
+// cannot start, or a print module (plugins/tallyon-print.so beside the executable) that cannot be
+// loaded, reports "Printing failed: ..." and never "Done".
 //
 // Pen widths on the printer: one pen unit is 1/600 inch, so PrintLineWidth 6 draws the grid
 // 0.01 inch (0.25 mm) wide and the solution path 0.04 inch (1 mm).
@@ -12,10 +13,9 @@
 
 #include "core/board.h"
 #include "output/board_picture.h"
+#include "output/page_painter.h"
 
 #include <QString>
-
-class QPrinter;
 
 namespace tallyon {
 
@@ -34,9 +34,16 @@ void PrintPuzzleAndSolution(const Board& board, const OutputOptions& options, co
 double PrintScale(const Board& board, const OutputOptions& options, Canvas& measure, double printableWidth,
                   double printableHeight);
 
-// Draws both boards on one page of the printer, shrunk by PrintScale when the page is too
-// small, and ends the document. False when painting could not start or the document could
-// not be finished.
-bool PrintPage(QPrinter& printer, const Board& board, const OutputOptions& options);
+// The printed page: both boards, shrunk by PrintScale when the page is too small. The board
+// and options must outlive it.
+class BoardPage : public PagePainter {
+public:
+    BoardPage(const Board& board, const OutputOptions& options) : board_(board), options_(options) {}
+    void Paint(QPainter& painter, double dpi, double width, double height) const override;
+
+private:
+    const Board& board_;
+    const OutputOptions& options_;
+};
 
 } // namespace tallyon

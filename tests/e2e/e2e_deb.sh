@@ -2,7 +2,8 @@
 # The Debian package as a system-wide install: cpack makes the .deb, which is unpacked into a
 # temporary root whose program folder nobody may write to; the program, run as the
 # unprivileged user "nobody", keeps its settings under XDG_CONFIG_HOME, names that path in
-# its first message and reads its settings back on the next start. Also: --help, --version.
+# its first message, prints with its print module to a PDF beside them, and reads its settings
+# back on the next start. Also: --help, --version.
 here="$(cd "$(dirname "$0")" && pwd)"
 source "$here/xvfb_steps.sh"
 
@@ -79,6 +80,22 @@ wait_gone Message
 [ -e "$ROOT/usr/lib/tallyon/tallyon.cfg" ] && fail "tallyon.cfg was written beside the program"
 WIN="$(wait_window Tallyon)"
 wait_pixel "$WIN" 2 2 "0,0,0" not
+# Printing loads the print module from the package's read-only program folder; with no
+# printer the page is written beside the settings. (A machine with a default printer would
+# get a real page, so there this step is left out.)
+if ! lpstat -d 2>/dev/null | grep -q '^system default destination:'; then
+  new_puzzle "$WIN"
+  xdotool windowfocus --sync "$WIN" 2>/dev/null || xdotool windowfocus "$WIN"
+  xdotool key ctrl+p
+  press_return "$(wait_window Message)" # "Print Puzzle and its Solution?" Yes
+  PDF="$CONFIG/tallyon/tallyon-print.pdf"
+  for _ in $(seq 200); do [ -s "$PDF" ] && break; sleep 0.05; done
+  [ -s "$PDF" ] || fail "printing wrote no $PDF"
+  DONE="$(wait_window Message)" # "Done" and the file's name
+  import -window "$DONE" "$SHOTS/e2e-deb-printed.png"
+  press_return "$DONE"
+  wait_gone Message
+fi
 xdotool mousemove --window "$WIN" 627 320 click 1  # grid size 7x7 -> 8x8
 open_file_menu "$WIN"
 xdotool key Up Return

@@ -34,7 +34,7 @@ check_link() {
 
 check_layout() {
   local f size
-  for f in tallyon all.col tallyon.htm artwork/tallyon.svg; do
+  for f in tallyon plugins/tallyon-print.so all.col tallyon.htm artwork/tallyon.svg; do
     [ -f "$APPDIR/$f" ] || fail "missing $APPDIR/$f"
   done
   check_link "$PREFIX"

@@ -1,12 +1,14 @@
 // The menu actions end to end: the print question, the printed PDF page and the clipboard.
 #include "output/clipboard_picture.h"
 #include "output/print_job.h"
+#include "output/print_module/send_page.h"
 #include "output_fixture.h"
 #include "platform/qpainter_canvas.h"
 #include "tests/support/message_log.h"
 #include "tests/support/recording_canvas.h"
 
 #include <QClipboard>
+#include <QCoreApplication>
 #include <QDir>
 #include <QGuiApplication>
 #include <QPageLayout>
@@ -14,6 +16,7 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -63,6 +66,22 @@ private slots:
         }
     }
 
+    // Before any print in this process: once loaded, the module stays loaded.
+    void printWithoutTheModuleSaysWhyAndWritesNothing()
+    {
+        const QString module = QCoreApplication::applicationDirPath() + "/" + kPrintModuleFile;
+        const QString aside = module + ".aside";
+        QVERIFY(QFile::rename(module, aside));
+        const auto putBack = qScopeGuard([&] { QFile::rename(aside, module); });
+        QTemporaryDir dir;
+        MessageLog log(6);
+        PrintPuzzleAndSolution(*MakePuzzle(5, kSideLeft), OutputOptions(), dir.path() + "/");
+        const QStringList texts = log.Texts();
+        QCOMPARE(texts.size(), 2);
+        QVERIFY2(texts[1].startsWith("Printing failed: the print module could not be loaded: "), qPrintable(texts[1]));
+        QVERIFY(QDir(dir.path()).isEmpty());
+    }
+
     void printWritesOnePdfPageWithoutAPrinter()
     {
         if (!QPrinterInfo::defaultPrinter().isNull())
@@ -104,7 +123,7 @@ private slots:
             printer.setOutputFileName(dir.filePath(QString(name) + ".pdf"));
             printer.setPageSize(QPageSize(id));
             const QRectF printable = printer.pageLayout().paintRect(QPageLayout::Inch);
-            QVERIFY(PrintPage(printer, *board, OutputOptions()));
+            QVERIFY(PrintPage(printer, BoardPage(*board, OutputOptions())));
             const QImage page = Rasterise(printer.outputFileName(), QString("printed-page-9-top-%1.png").arg(name));
             // The lowest ink lies inside the printable area, and the solution's footer is there.
             int lowest = 0;
