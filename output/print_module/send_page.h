@@ -1,8 +1,8 @@
 // The print module: the only code that uses Qt's print support.
 //
-// The program loads it from the plugins folder beside it when a page is printed, so that the print support
-// library and its relocations stay out of memory for a whole evening's play without printing.
-// Tests link the same code as a static library.
+// The program loads it from the plugins folder beside it when a page is printed, so that
+// the print support library and its relocations stay out of memory for a whole evening's
+// play without printing. Tests link the same code as a static library.
 //
 // Contract of TallyonSendPage: sends the page to the system's default printer without a
 // dialog, or, with no default printer, writes it as a PDF file at pdfPath. printerName
