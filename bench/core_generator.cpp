@@ -1,9 +1,9 @@
 // Prints the generator's speed and what its puzzles offer a player, per grid size, as a
 // markdown table. Puzzles are laid from the left so that equal paths compare equal.
-#include "core/chain_solver.h"
-#include "core/generator.h"
-#include "core/link_rule.h"
-#include "core/random.h"
+#include "core/board/lattice.h"
+#include "core/board/link_rule.h"
+#include "core/board/random.h"
+#include "core/generator/generator.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 // Benchmark: a full board redraw (DrawBoard mode 0) of a 10x10 puzzle on a screen-sized image,
 // the redraw of one move, and one move with the save of the game that follows it (to a
 // scratch state folder, with a history of a hundred moves).
-#include "core/generator.h"
+#include "core/generator/generator.h"
 #include "platform/qpainter_canvas.h"
 #include "play/draw.h"
 #include "play/move.h"

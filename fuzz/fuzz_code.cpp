@@ -1,8 +1,8 @@
 // Fuzz target: puzzle codes. The first byte chooses between the input as the code's text and
 // the input as its payload (CRC and base64 added), which reaches the checks behind the CRC.
 // Whatever is accepted must be a puzzle whose path links are valid, and encode back to itself.
-#include "core/chain_solver.h"
-#include "core/puzzle_code.h"
+#include "core/codes/puzzle_code.h"
+#include "core/reasoning/chain_solver.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 // Fuzz target: settings, as a damaged tallyon.cfg may give them, flowing into the board as
 // drawn on screen and into the printed page, on the recording canvas. Every pen drawn must be
 // at least 1 and bounded by the board, whatever the widths asked for.
-#include "core/generator.h"
-#include "core/random.h"
+#include "core/board/random.h"
+#include "core/generator/generator.h"
 #include "output/board_picture.h"
 #include "play/draw.h"
 #include "tests/support/recording_canvas.h"

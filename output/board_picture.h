@@ -8,7 +8,7 @@
 // (PathList, KeyNodes and the digits); an empty board draws only its grid.
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "platform/canvas.h"
 
 #include <QImage>

@@ -1,7 +1,7 @@
 // Puts the black-and-white board picture on the system clipboard.
 #include "output/clipboard_picture.h"
 
-#include "core/puzzle_code.h"
+#include "core/codes/puzzle_code.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

@@ -3,10 +3,10 @@
 // Contract: needs a running QGuiApplication. Does nothing before the first puzzle (empty
 // List2); otherwise the clipboard is cleared and then holds the board picture of the given mode
 // (0 puzzle, 1 solution) as an image and, beside it as plain text, the puzzle's code
-// (core/puzzle_code.h), so that a pasted picture can be played again.
+// (core/codes/puzzle_code.h), so that a pasted picture can be played again.
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "output/board_picture.h"
 
 #include <QImage>

@@ -11,7 +11,7 @@
 // 0.01 inch (0.25 mm) wide and the solution path 0.04 inch (1 mm).
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "output/board_picture.h"
 #include "output/page_painter.h"
 

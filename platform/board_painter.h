@@ -8,7 +8,7 @@
 // key nodes off it, are skipped.
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "platform/canvas.h"
 
 #include <array>

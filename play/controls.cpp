@@ -2,9 +2,9 @@
 // and the full redraw.
 #include "play/controls.h"
 
-#include "core/generator.h"
-#include "core/puzzle_code.h"
-#include "core/random.h"
+#include "core/board/random.h"
+#include "core/codes/puzzle_code.h"
+#include "core/generator/generator.h"
 #include "play/draw.h"
 #include "play/keyboard.h"
 #include "play/play_text.h"

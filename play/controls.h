@@ -5,7 +5,7 @@
 // next puzzle come from the host (PlayHost::Next); the built puzzle's own are in its Board.
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "play/play_host.h"
 
 #include <string>
@@ -17,7 +17,7 @@ namespace tallyon {
 // it. The undo history is kept.
 void NewPuzzle(PlayHost& host, Board& board, PlayState& state, int button);
 
-// The puzzle a puzzle code names (core/puzzle_code.h), built and shown as NewPuzzle leaves a
+// The puzzle a puzzle code names (core/codes/puzzle_code.h), built and shown as NewPuzzle leaves a
 // puzzle: "Puzzle Created". The next grid size and path direction are left as they are. A code
 // that cannot be used shows a message saying why, leaves the board as it was, and gives false.
 bool NewPuzzleFromCode(PlayHost& host, Board& board, PlayState& state, const std::string& code);

@@ -7,7 +7,7 @@
 // digit are drawn without one. Nothing here changes the Board.
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "platform/board_painter.h"
 #include "platform/canvas.h"
 #include "play/play_host.h"

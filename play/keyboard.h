@@ -6,7 +6,7 @@
 // user-line colour while PlayState::CursorShown is set; hiding it redraws the board.
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "play/play_host.h"
 
 namespace tallyon {

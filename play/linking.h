@@ -5,7 +5,7 @@
 // forgets the offered ends afterwards. Mouse buttons: 1 left, 2 right, 4 middle.
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "play/move.h"
 #include "play/play_host.h"
 

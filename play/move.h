@@ -6,7 +6,7 @@
 // history keeps moves as record texts, written and read here alone.
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "platform/canvas.h"
 #include "play/play_host.h"
 

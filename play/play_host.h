@@ -6,7 +6,7 @@
 // No play routine keeps state of its own between calls.
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "platform/canvas.h"
 #include "platform/colour.h"
 

@@ -1,7 +1,7 @@
 // Writing a game in play as text, and reading it back strictly.
 #include "play/saved_game.h"
 
-#include "core/puzzle_code.h"
+#include "core/codes/puzzle_code.h"
 #include "play/move.h"
 #include "play/verify.h"
 

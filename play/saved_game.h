@@ -17,7 +17,7 @@
 // gives a reason and no game. A game read back formats to the same lines.
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "platform/colour.h"
 #include "play/play_host.h"
 

@@ -6,7 +6,7 @@
 // current board is removed without touching the board.
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "play/play_host.h"
 
 namespace tallyon {

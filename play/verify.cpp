@@ -2,7 +2,7 @@
 // it is exactly the generated path.
 #include "play/verify.h"
 
-#include "core/link_rule.h"
+#include "core/board/link_rule.h"
 
 #include <array>
 

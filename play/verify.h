@@ -5,7 +5,7 @@
 // VerifyRelease and Timer2Tick do nothing while there is no puzzle (List2 empty).
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "play/play_host.h"
 
 #include <string>

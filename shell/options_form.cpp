@@ -1,7 +1,7 @@
 // Form6, "Tallyon Options": activation, swatch clicks, scheme preview and Apply.
 #include "shell/options_form.h"
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "shell/options_samples.h"
 #include "shell/schemes.h"
 #include "shell/window_paint.h"

@@ -1,7 +1,7 @@
 // Listing and loading the colour schemes of "all.col".
 #include "shell/schemes.h"
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "platform/qt_colour.h"
 #include "shell/text_file.h"
 #include "ui/message_box.h"

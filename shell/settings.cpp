@@ -1,7 +1,7 @@
 // The settings a fresh install starts with.
 #include "shell/settings.h"
 
-#include "core/board.h"
+#include "core/board/board.h"
 
 namespace tallyon {
 

@@ -1,7 +1,7 @@
 // tallyon-gen: builds puzzles with the game's generator and prints them as text or JSON.
-#include "core/generator.h"
-#include "core/puzzle_code.h"
-#include "core/random.h"
+#include "core/board/random.h"
+#include "core/codes/puzzle_code.h"
+#include "core/generator/generator.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 // Tallyon's entry point: the application object, the main window and the event loop.
-#include "core/random.h"
+#include "core/board/random.h"
 #include "shell/app_dir.h"
 #include "shell/main_window/form1.h"
 

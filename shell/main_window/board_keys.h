@@ -7,7 +7,7 @@
 // Enter and the rest) go on to the focused control as before.
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "play/play_host.h"
 
 #include <QObject>

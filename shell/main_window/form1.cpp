@@ -1,7 +1,7 @@
 // Form1's controls, their layout and wiring, and the start-up sequence.
 #include "shell/main_window/form1.h"
 
-#include "core/generator.h"
+#include "core/generator/generator.h"
 #include "platform/qt_colour.h"
 #include "play/controls.h"
 #include "play/draw.h"

@@ -6,7 +6,7 @@
 // File > Exit saves the settings; closing the window any other way ends the program unsaved.
 #pragma once
 
-#include "core/board.h"
+#include "core/board/board.h"
 #include "play/play_host.h"
 #include "shell/settings.h"
 

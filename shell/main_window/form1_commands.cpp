@@ -1,7 +1,7 @@
 // Form1's menu commands, exit sequence, colour scheme and its side of the play routines.
 #include "shell/main_window/form1.h"
 
-#include "core/generator.h"
+#include "core/generator/generator.h"
 #include "output/clipboard_picture.h"
 #include "output/print_job.h"
 #include "platform/answer_codes.h"

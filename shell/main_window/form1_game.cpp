@@ -1,7 +1,7 @@
 // Form1's game kept between runs, and puzzle codes in the window: resume, paste, copy, drop.
 #include "shell/main_window/form1.h"
 
-#include "core/puzzle_code.h"
+#include "core/codes/puzzle_code.h"
 #include "play/controls.h"
 #include "play/draw.h"
 #include "play/keyboard.h"

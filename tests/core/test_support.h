@@ -2,9 +2,9 @@
 // finished board apart from the generator.
 #pragma once
 
-#include "core/board.h"
-#include "core/link_rule.h"
-#include "core/random.h"
+#include "core/board/board.h"
+#include "core/board/link_rule.h"
+#include "core/board/random.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,7 +1,7 @@
 // Shared by the output tests: a generated puzzle, and what a printed page must show.
 #pragma once
 
-#include "core/generator.h"
+#include "core/generator/generator.h"
 #include "output/board_picture.h"
 
 #include <QImage>

@@ -1,6 +1,6 @@
 // Keyboard play, redo, and puzzles started from a code: what each changes on the board, in
 // the histories and on the status line.
-#include "core/puzzle_code.h"
+#include "core/codes/puzzle_code.h"
 #include "play/keyboard.h"
 #include "play/undo.h"
 #include "play_fixture.h"

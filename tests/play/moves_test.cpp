@@ -1,6 +1,6 @@
 // Moves: what the pointer offers, what each button's release makes and records, and undo and
 // reset of the recorded moves, including records that do not fit.
-#include "core/random.h"
+#include "core/board/random.h"
 #include "play/draw.h"
 #include "play/move.h"
 #include "play/undo.h"

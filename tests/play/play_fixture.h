@@ -2,8 +2,8 @@
 // whose digits and path are known.
 #pragma once
 
-#include "core/board.h"
-#include "core/generator.h"
+#include "core/board/board.h"
+#include "core/generator/generator.h"
 #include "play/controls.h"
 #include "play/linking.h"
 #include "play/play_host.h"

@@ -1,7 +1,7 @@
 // The saved game: a game read back is the game written, and a damaged text is refused with
 // its reason; every change of the game asks the host to keep it.
-#include "core/puzzle_code.h"
-#include "core/random.h"
+#include "core/board/random.h"
+#include "core/codes/puzzle_code.h"
 #include "play/saved_game.h"
 #include "play/undo.h"
 #include "play_fixture.h"

@@ -1,6 +1,6 @@
 // Verdicts of CheckSolution on hand-made boards and on a played puzzle from the top, the
 // new-puzzle button and the grid-size and start-side labels.
-#include "core/generator.h"
+#include "core/generator/generator.h"
 #include "play/controls.h"
 #include "play/undo.h"
 #include "play_fixture.h"

@@ -1,8 +1,8 @@
 // A main window in a fresh program directory, driven with the mouse as a player drives it.
 #pragma once
 
-#include "core/board.h"
-#include "core/link_rule.h"
+#include "core/board/board.h"
+#include "core/board/link_rule.h"
 #include "play/verify.h"
 #include "shell/main_window/form1.h"
 #include "shell/main_window/picture_box.h"

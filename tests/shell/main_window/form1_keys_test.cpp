@@ -3,8 +3,8 @@
 // pasted, dropped and copied.
 #include "form1_driver.h"
 
-#include "core/generator.h"
-#include "core/puzzle_code.h"
+#include "core/codes/puzzle_code.h"
+#include "core/generator/generator.h"
 #include "output/print_job.h"
 #include "platform/qt_colour.h"
 #include "shell/main_window/board_keys.h"

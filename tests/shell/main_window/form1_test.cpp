@@ -2,8 +2,8 @@
 // the solution, the small controls and the exit.
 #include "form1_driver.h"
 
-#include "core/generator.h"
-#include "core/puzzle_code.h"
+#include "core/codes/puzzle_code.h"
+#include "core/generator/generator.h"
 #include "output/board_picture.h"
 #include "output/print_job.h"
 #include "platform/qt_colour.h"
