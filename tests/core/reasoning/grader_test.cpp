@@ -157,31 +157,55 @@ TEST(Grader, AgreesWithEveryChainOfSmallBoards)
     EXPECT_TRUE(solved > 50 && stuck > 50 && lookedAhead > 5) << solved << " " << stuck << " " << lookedAhead;
 }
 
-TEST(Grader, GradesByTheHardestStepAndTheLookAheads)
+// One board per grade, each at the edge of the grade below, on a lattice 4 nodes wide.
+TEST(Grader, GradesByTheDeductionsAPuzzleCannotDoWithout)
 {
-    // A straight chain: Start takes its one link, and so on along it.
-    const GradeReport easy = GradeChain(ToLinkGraph(Links(4, "0-1 1-2 2-3"), 4), 0, 2, 3);
-    EXPECT_TRUE(easy.solved && easy.grade == Grade::Easy && easy.hardestStep == kForcedLinks);
-    // The free nodes 10 and 11 lead only into Start's chain (at 9) and End (7), neither of
-    // which holds the Hint.
-    //    0 - 1 - 2 - 3
-    //        |   |   |
-    //    4   5 - 6   7
-    //        |       |
-    //    8 - 9 -10 -11
-    const GradeReport medium =
-        GradeChain(ToLinkGraph(Links(4, "0-1 1-2 1-5 2-3 2-6 3-7 5-6 5-9 7-11 8-9 9-10 10-11"), 4), 8, 1, 7);
-    EXPECT_TRUE(medium.solved && medium.grade == Grade::Medium && medium.hardestStep == kRegions);
-    EXPECT_EQ(Text(4, medium.known.forced), "1-2 1-5 2-3 3-7 5-9 8-9 ");
-    // A board of many chains on which the grader has to look ahead three times before it
-    // stops: grades count the look-aheads, whether the puzzle ends solved or not.
-    const GradeReport hard = GradeChain(
-        ToLinkGraph(Links(4, "0-1 0-4 1-2 1-5 2-3 2-6 3-7 4-5 5-6 6-7 6-10 7-11 8-9 8-12 9-10 9-13 10-11 10-14 "
-                             "12-13 13-14 14-15"),
-                    4),
-        8, 5, 7);
-    EXPECT_TRUE(hard.lookAheads == kHardLookAheads && hard.grade == Grade::Hard) << hard.lookAheads;
-    EXPECT_STREQ(GradeName(Grade::Hard), "Hard");
+    struct Case {
+        const char* name;
+        int start, hint, end;
+        const char* valid;
+        Grade grade;
+        int step; // the step of the grade that is needed
+    };
+    const Case cases[] = {
+        // The dead end 5 leaves node 1 two links; Start, the Hint and End take theirs.
+        {"easy: a dead end, then forced links", 0, 2, 3, "0-1 1-2 2-3 1-5", Grade::Easy, kDeadEnds},
+        //    0  1  2  3
+        //    4  5 -6  7     The loop 5-6-10-9 hangs on the Hint (10) alone. Nodes 14 and
+        //       |  |        10 each keep three links until it is seen as a pocket.
+        //    8  9 -10-11
+        //          |  |
+        //   12-13-14-15
+        {"medium: a loop that only the Hint joins on", 12, 10, 11,
+         "5-6 5-9 6-10 9-10 10-11 10-14 11-15 12-13 13-14 14-15", Grade::Medium, kPockets},
+        //    0  1  2  3
+        //    4 -5 -6 -7     4, 5 and 8 lead only into Start (12) and End's chain (6-7), and 9
+        //    |     |        only into the Hint's chain (13-14-10): regions, which no single
+        //    8  9 -10 11    node parts from the rest.
+        //    |  |  |
+        //   12-13-14 15
+        {"hard: regions between the chains", 12, 14, 7, "4-5 4-8 5-6 6-7 6-10 8-12 9-10 9-13 10-14 12-13 13-14",
+         Grade::Hard, kRegions},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const LinkGraph valid = ToLinkGraph(Links(4, c.valid), 4);
+        const GradeReport r = GradeChain(valid, c.start, c.hint, c.end);
+        EXPECT_TRUE(r.solved && r.grade == c.grade && r.lookAheads == 0);
+        EXPECT_GT(r.progress[static_cast<std::size_t>(c.step)], 0);
+        // Within its grade it is solved; the grade below stalls.
+        EXPECT_TRUE(SolvedWithin(c.grade, valid, c.start, c.hint, c.end));
+        if (c.grade != Grade::Easy) {
+            const auto below = static_cast<Grade>(static_cast<int>(c.grade) - 1);
+            EXPECT_FALSE(SolvedWithin(below, valid, c.start, c.hint, c.end));
+        }
+    }
+    // A board that needs a look-ahead is Hard, solved or not.
+    const GradeReport ahead = GradeChain(ToLinkGraph(Links(3, "0-1 1-2 1-4 2-5 3-4 3-6 4-5 4-7 5-8 6-7 7-8"), 3), 0, 7, 8);
+    EXPECT_TRUE(ahead.grade == Grade::Hard && ahead.progress[kLookAhead] == ahead.lookAheads && ahead.lookAheads > 0);
+    EXPECT_EQ(GradeNamed("hard"), Grade::Hard);
+    EXPECT_EQ(GradeNamed("Medium"), Grade::Medium);
+    EXPECT_EQ(GradeNamed("any"), std::nullopt);
 }
 
 } // namespace
