@@ -2,6 +2,7 @@
 #include "core/board/random.h"
 #include "core/codes/puzzle_code.h"
 #include "core/generator/generator.h"
+#include "core/reasoning/explain.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -25,30 +26,27 @@ struct Options {
     int sideTag = -1;
     int count = 1;
     bool json = false;
-    bool code = false;  // one puzzle code per line instead
-    bool trace = false; // the generator describes each digit it lays, on standard error
-    std::string decode; // a puzzle code to print instead of building puzzles
-    int grade = -1;     // keep only puzzles of this grade (Grade), or -1 for any
+    bool code = false;   // one puzzle code per line instead
+    bool trace = false;  // the generator describes each digit it lays, on standard error
+    std::string decode;  // a puzzle code to print instead of building puzzles
+    std::string explain; // a puzzle code whose solution to explain instead
+    int grade = -1;      // keep only puzzles of this grade (Grade), or -1 for any
 };
 
 [[noreturn]] void Usage()
 {
     std::fputs("usage: tallyon-gen --size N --side left|top|random [--count K] [--grade easy|medium|hard]\n"
                "                  [--json | --code] [--trace]\n"
-               "       tallyon-gen --decode CODE [--json | --code]\n",
+               "       tallyon-gen --decode CODE [--json | --code]\n"
+               "       tallyon-gen --explain CODE [--json]\n",
                stderr);
     std::exit(2);
 }
 
 int ToGrade(std::string_view name)
 {
-    for (const Grade g : {Grade::Easy, Grade::Medium, Grade::Hard}) {
-        std::string lower = GradeName(g);
-        for (char& c : lower)
-            c = static_cast<char>(c | 0x20);
-        if (name == lower)
-            return static_cast<int>(g);
-    }
+    if (const std::optional<Grade> grade = GradeNamed(name))
+        return static_cast<int>(*grade);
     std::fprintf(stderr, "tallyon-gen: unknown grade \"%.*s\": use easy, medium or hard\n",
                  static_cast<int>(name.size()), name.data());
     std::exit(2);
@@ -84,6 +82,8 @@ Options Parse(int argc, char** argv)
             o.count = ToInt(value);
         else if (flag == "--decode")
             o.decode = value;
+        else if (flag == "--explain")
+            o.explain = value;
         else if (flag == "--grade")
             o.grade = ToGrade(value);
         else if (flag == "--side")
@@ -94,7 +94,7 @@ Options Parse(int argc, char** argv)
         else
             Usage();
     }
-    if (o.decode.empty() && (o.size < 4 || o.size > 10 || o.sideTag < 0 || o.count < 1))
+    if (o.decode.empty() && o.explain.empty() && (o.size < 4 || o.size > 10 || o.sideTag < 0 || o.count < 1))
         Usage();
     return o;
 }
@@ -185,6 +185,24 @@ void Print(const Options& o, const Board& board, const PuzzleStats& stats, int n
         PrintText(board, stats, number);
 }
 
+// The deductions that solve the puzzle a code names, numbered, then its path.
+int Explain(const Options& o, Board& board)
+{
+    const DecodeResult result = DecodePuzzleCode(o.explain, board, kPictureWidth);
+    if (!result.ok) {
+        std::fprintf(stderr, "tallyon-gen: the puzzle code cannot be used: %s\n", result.problem.c_str());
+        return 1;
+    }
+    const Explanation explanation = ExplainPuzzle(board);
+    if (o.json) {
+        std::printf("%s\n", ExplanationJson(board, explanation).c_str());
+        return 0;
+    }
+    for (const std::string& line : ExplanationLines(board, explanation))
+        std::printf("%s\n", line.c_str());
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -193,6 +211,8 @@ int main(int argc, char** argv)
     if (o.trace)
         SetTraceHandler([](const std::string& text) { std::fprintf(stderr, "%s\n", text.c_str()); });
     auto board = std::make_unique<Board>();
+    if (!o.explain.empty())
+        return Explain(o, *board);
     if (!o.decode.empty()) {
         const DecodeResult result = DecodePuzzleCode(o.decode, *board, kPictureWidth);
         if (!result.ok) {

@@ -103,6 +103,7 @@ static void ClearCells(Board& board)
     board.UserRight.Fill(0);
     board.UserUp.Fill(0);
     board.UserDown.Fill(0);
+    board.UserMark.Fill(0);
     board.CellX.Fill(-1);
     board.CellY.Fill(-1);
     board.CellNo.Fill(0);

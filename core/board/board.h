@@ -123,6 +123,9 @@ struct Board {
     CellArray<int> CellState;
     CellArray<int> PathLeft, PathRight, PathUp, PathDown;
     CellArray<int> UserLeft, UserRight, UserUp, UserDown;
+    // The player's marks: 1 on a link cell the player has ruled out ("not on the path"). They
+    // are no moves: the undo history never holds them, and a reset or a new puzzle clears them.
+    CellArray<int> UserMark;
     CellArray<int> CellX, CellY;
     CellArray<int> CellNo;
     CellNumberArray CellRow, CellCol;

@@ -46,7 +46,7 @@ void PrepareCellState(Board& board)
 
 } // namespace
 
-PuzzleStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int trace)
+PuzzleStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int trace, std::optional<Grade> grade)
 {
     PuzzleStats stats;
     do {
@@ -66,7 +66,7 @@ PuzzleStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int tr
         SetKeyNodes(board);
         PrepareCellState(board);
         stats.Grading = GradePuzzle(board);
-    } while (!stats.Grading.solved);
+    } while (!stats.Grading.solved || (grade && stats.Grading.grade != *grade));
     return stats;
 }
 

@@ -14,6 +14,7 @@
 #include "core/generator/path_round.h"
 #include "core/reasoning/grader.h"
 
+#include <optional>
 #include <string>
 
 namespace tallyon {
@@ -31,7 +32,9 @@ struct PuzzleStats {
 // startSideTag (0 Random, 1 Left, 2 Top, 3 and 4 as Left), turns it for Top, picks the
 // key nodes and prepares CellState for play. A puzzle that the grader cannot solve by
 // reasoning is built again, from a new path, until one can; in practice the first one can.
-PuzzleStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int trace = 0);
+// With a grade, the puzzle is of that grade (grader.h).
+PuzzleStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int trace = 0,
+                        std::optional<Grade> grade = std::nullopt);
 
 // The last stages of BuildPuzzle for a puzzle put back from its parts (puzzle_code.h): on a
 // board with its digits, StartSide, PathCells, PathList and path flags as BuildPuzzle leaves

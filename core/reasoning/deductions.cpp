@@ -267,6 +267,21 @@ std::optional<Deduction> ReasoningSteps::First(const Knowledge& k) const
     return std::nullopt;
 }
 
+std::optional<Deduction> ReasoningSteps::LookAhead(const Knowledge& k) const
+{
+    const LinkSet undecided = Undecided(k);
+    std::optional<Deduction> found;
+    ForEachLink(undecided, side_, [&](int a, int b) {
+        if (found)
+            return;
+        Knowledge trial = k;
+        trial.forced = trial.forced | LinkBetween(a, b);
+        if (Settle(trial) == Outcome::Contradiction)
+            found = Deduction{Rule::LookAhead, NodeBit(a) | NodeBit(b), 0, LinkBetween(a, b), {}};
+    });
+    return found;
+}
+
 void ReasoningSteps::Take(const Deduction& d, Knowledge& k)
 {
     k.possible = k.possible.Without(d.dropped);
@@ -343,8 +358,7 @@ bool ReasoningSteps::ChainLinks(const Knowledge& k, Rule rule, Sink& sink) const
     };
     if (rule == Rule::SkipHint) {
         if (JoiningEndsLeavesOut(chains))
-            add(chains.startChain | chains.endChain,
-                LinksBetween(chains.startChain, chains.endChain) & Undecided(k));
+            add(chains.startChain | chains.endChain, LinksBetween(chains.startChain, chains.endChain) & Undecided(k));
         return true;
     }
     for (int i = 0; i < chains.count; ++i) {

@@ -83,8 +83,8 @@ enum class Rule {
     LookAhead,  // step 5: a link that, once forced, leads to a contradiction
 };
 // Every rule but the look-ahead, in the order a player tries them.
-inline constexpr std::array<Rule, 8> kRuleOrder = {Rule::DeadEnd, Rule::TakeLinks, Rule::DropRest, Rule::Loop,
-                                                   Rule::SkipHint, Rule::Pocket,   Rule::Region,   Rule::EndsRegion};
+inline constexpr std::array<Rule, 8> kRuleOrder = {Rule::DeadEnd,  Rule::TakeLinks, Rule::DropRest, Rule::Loop,
+                                                   Rule::SkipHint, Rule::Pocket,    Rule::Region,   Rule::EndsRegion};
 int StepOf(Rule rule);
 
 // One deduction: the node, group or link it is about, and what it rules out or forces.
@@ -122,6 +122,11 @@ public:
     // The first deduction a player would make, trying the rules in the order of kRuleOrder;
     // none when no rule applies or the knowledge contradicts itself.
     std::optional<Deduction> First(const Knowledge& k) const;
+
+    // The look-ahead, where the rules stall: the first link not yet forced, horizontal ones
+    // first, each in node order, whose forcing leads Settle to a contradiction, as a
+    // deduction that drops it; none when no link does.
+    std::optional<Deduction> LookAhead(const Knowledge& k) const;
 
     // Makes the deduction's changes.
     static void Take(const Deduction& d, Knowledge& k);

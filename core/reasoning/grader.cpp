@@ -15,25 +15,6 @@ int Rank(int step)
     return at == kStepOrder.end() ? static_cast<int>(kStepOrder.size()) : static_cast<int>(at - kStepOrder.begin());
 }
 
-// Tries the possible links that are not yet forced, horizontal ones first, each in node order,
-// and drops the first whose forcing leads to a contradiction; false when none does.
-bool LookAhead(const ReasoningSteps& steps, Knowledge& k)
-{
-    for (const bool across : {true, false}) {
-        const NodeSet undecided = across ? k.possible.h & ~k.forced.h : k.possible.v & ~k.forced.v;
-        for (NodeSet rest = undecided; rest; rest &= rest - 1) {
-            const NodeSet link = rest & (~rest + 1);
-            Knowledge trial = k;
-            (across ? trial.forced.h : trial.forced.v) |= link;
-            if (steps.Settle(trial) != Outcome::Contradiction)
-                continue;
-            (across ? k.possible.h : k.possible.v) &= ~link;
-            return true;
-        }
-    }
-    return false;
-}
-
 // Applies the grade's steps, the first that makes progress each time, until none does, the
 // path is found or a contradiction shows; counts the progress in the report. False on a
 // contradiction.
@@ -81,7 +62,8 @@ GradeReport GradeChain(const LinkGraph& valid, int start, int hint, int end)
             return r;
         }
     }
-    while (LookAhead(steps, r.known)) {
+    for (std::optional<Deduction> ahead; (ahead = steps.LookAhead(r.known));) {
+        ReasoningSteps::Take(*ahead, r.known);
         ++r.lookAheads;
         ++r.progress[kLookAhead];
         r.hardestStep = kLookAhead;
@@ -136,8 +118,7 @@ std::optional<Grade> GradeNamed(std::string_view name)
 {
     for (const Grade g : {Grade::Easy, Grade::Medium, Grade::Hard}) {
         const std::string_view known = GradeName(g);
-        if (name.size() == known.size() &&
-            std::equal(name.begin(), name.end(), known.begin(), [](char a, char b) {
+        if (name.size() == known.size() && std::equal(name.begin(), name.end(), known.begin(), [](char a, char b) {
                 return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
             }))
             return g;
