@@ -36,10 +36,10 @@ enum class Grade {
 const std::vector<int>& GradeSteps(Grade grade);
 
 struct GradeReport {
-    bool solved = false; // the deductions find the whole path
+    bool solved = false;       // the deductions find the whole path
     Grade grade = Grade::Hard; // the lowest grade whose deductions solve it; Hard when none does
-    int lookAheads = 0;  // links dropped by looking ahead
-    int hardestStep = 0; // the step, hardest in kStepOrder, that made progress; kLookAhead after one
+    int lookAheads = 0;        // links dropped by looking ahead
+    int hardestStep = 0;       // the step, hardest in kStepOrder, that made progress; kLookAhead after one
     std::array<int, kLookAhead + 1> progress{}; // progress[step]: the times that step made progress
     Knowledge known; // what the deductions found: on a solved puzzle, the path is the forced links
 };

@@ -201,7 +201,8 @@ TEST(Grader, GradesByTheDeductionsAPuzzleCannotDoWithout)
         }
     }
     // A board that needs a look-ahead is Hard, solved or not.
-    const GradeReport ahead = GradeChain(ToLinkGraph(Links(3, "0-1 1-2 1-4 2-5 3-4 3-6 4-5 4-7 5-8 6-7 7-8"), 3), 0, 7, 8);
+    const GradeReport ahead =
+        GradeChain(ToLinkGraph(Links(3, "0-1 1-2 1-4 2-5 3-4 3-6 4-5 4-7 5-8 6-7 7-8"), 3), 0, 7, 8);
     EXPECT_TRUE(ahead.grade == Grade::Hard && ahead.progress[kLookAhead] == ahead.lookAheads && ahead.lookAheads > 0);
     EXPECT_EQ(GradeNamed("hard"), Grade::Hard);
     EXPECT_EQ(GradeNamed("Medium"), Grade::Medium);
