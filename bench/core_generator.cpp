@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -175,8 +176,10 @@ void Walk(const View& v, Tally& t)
 int main(int argc, char** argv)
 {
     const int puzzles = argc > 1 ? std::max(1, std::atoi(argv[1])) : 200;
+    const std::optional<Grade> grade = argc > 2 ? GradeNamed(argv[2]) : std::nullopt;
     auto board = std::make_unique<Board>();
-    std::printf("Puzzles per size: %d, laid from the left; %d walks per puzzle\n\n", puzzles, kWalksPerPuzzle);
+    std::printf("Puzzles per size: %d, laid from the left, %s; %d walks per puzzle\n\n", puzzles,
+                grade ? GradeName(*grade) : "any grade", kWalksPerPuzzle);
     std::printf("| GridSize | median ms | p99 ms | mean rounds | bound hit | distinct paths | distinct (Start, End) "
                 "| valid off-path share (median) | side-road share (median) | mean dead-end depth | walker success "
                 "| Easy / Medium / Hard | look-aheads (median, max) | P(path \\| 2 / 3 / 4 valid links) \\| spread "
@@ -187,7 +190,7 @@ int main(int argc, char** argv)
         for (int i = 0; i < puzzles; ++i) {
             board->GridSize = size;
             const auto start = std::chrono::steady_clock::now();
-            const PuzzleStats stats = BuildPuzzle(*board, kSideLeft, 8400);
+            const PuzzleStats stats = BuildPuzzle(*board, kSideLeft, 8400, 0, grade);
             const auto stop = std::chrono::steady_clock::now();
             t.millis.push_back(std::chrono::duration<double, std::milli>(stop - start).count());
             t.rounds += stats.Rounds;

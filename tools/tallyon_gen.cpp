@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <exception>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,9 +18,9 @@ using namespace tallyon;
 namespace {
 
 constexpr int kPictureWidth = 8400; // twips, the board picture of the main window
-// Puzzles built for each one asked for with --grade before giving up: Medium and Easy come
-// within a few at every size; a grade that takes more is too rare at that size to wait for.
-constexpr int kGradeTries = 2000;
+// Puzzles built for each one asked for before giving up: the generator shapes each for the
+// grade asked, so one that takes more has met a board it cannot shape.
+constexpr int kBuildBound = 50;
 
 struct Options {
     int size = 0;
@@ -224,19 +225,16 @@ int main(int argc, char** argv)
         Print(o, *board, stats, 1);
         return 0;
     }
+    SetBuildBound(kBuildBound);
+    const std::optional<Grade> grade =
+        o.grade < 0 ? std::nullopt : std::optional<Grade>(static_cast<Grade>(o.grade));
     for (int i = 1; i <= o.count; ++i) {
-        PuzzleStats stats;
-        for (int tries = 0;; ++tries) {
-            if (tries == kGradeTries) {
-                std::fprintf(stderr,
-                             "tallyon-gen: no %s puzzle at %s among %d built; that grade is too rare at this size\n",
-                             GradeName(static_cast<Grade>(o.grade)), GridSizeText(o.size).c_str(), kGradeTries);
-                return 1;
-            }
-            board->GridSize = o.size;
-            stats = BuildPuzzle(*board, o.sideTag, kPictureWidth, o.trace ? 1 : 0);
-            if (o.grade < 0 || static_cast<int>(stats.Grading.grade) == o.grade)
-                break;
+        board->GridSize = o.size;
+        const PuzzleStats stats = BuildPuzzle(*board, o.sideTag, kPictureWidth, o.trace ? 1 : 0, grade);
+        if (stats.GaveUp) {
+            std::fprintf(stderr, "tallyon-gen: no %s puzzle at %s after %d builds\n",
+                         grade ? GradeName(*grade) : "solvable", GridSizeText(o.size).c_str(), stats.Builds);
+            return 1;
         }
         Print(o, *board, stats, i);
     }

@@ -10,6 +10,11 @@
 #include <array>
 
 namespace tallyon {
+namespace {
+
+constexpr int kShapingTries = 4;
+
+} // namespace
 
 void DecoyTriple(Board& board, int rowA, int colA, int rowB, int colB, int rowC, int colC)
 {
@@ -117,7 +122,7 @@ void FillDecoys(Board& board, int trace)
     }
 }
 
-void CheckDecoys(Board& board)
+bool CheckDecoys(Board& board, std::optional<Grade> grade)
 {
     // A path node still without a digit, next to an empty cell, is closed off as a decoy.
     static constexpr std::array<std::array<int, 2>, 3> passes = {{{0, 1}, {1, 0}, {0, -1}}};
@@ -133,7 +138,11 @@ void CheckDecoys(Board& board)
                     board.CellState(r + p[0], c + p[1]) = kCheckedMark;
             }
     FillEmptyCells(board);
-    ChooseValidLinks(board);
+    // Shaping for a grade starts from a fresh random choice of side roads each time it gives up.
+    for (int tries = 0; tries < kShapingTries; ++tries)
+        if (ChooseValidLinks(board, grade))
+            return true;
+    return false;
 }
 
 } // namespace tallyon

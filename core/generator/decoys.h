@@ -5,6 +5,9 @@
 #pragma once
 
 #include "core/board/board.h"
+#include "core/reasoning/grader.h"
+
+#include <optional>
 
 namespace tallyon {
 
@@ -12,9 +15,10 @@ namespace tallyon {
 // Digits of path cells are never changed.
 void DecoyTriple(Board& board, int rowA, int colA, int rowB, int colB, int rowC, int colC);
 
-// The three decoy stages, always in this order.
+// The three decoy stages, always in this order. With a grade, the last shapes the decoys for a
+// puzzle of that grade (valid_links.h) and says whether it could.
 void SpreadDecoys(Board& board);
 void FillDecoys(Board& board, int trace = 0);
-void CheckDecoys(Board& board);
+bool CheckDecoys(Board& board, std::optional<Grade> grade = std::nullopt);
 
 } // namespace tallyon

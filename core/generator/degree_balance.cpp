@@ -45,8 +45,9 @@ double Imbalance(const Counts& on, const Counts& off)
 
 class Balancer {
 public:
-    Balancer(LinkGraph& open, const std::vector<int>& pathNodes, int hint, BalanceFloors floors)
-        : open_(open), pathNodes_(pathNodes), hint_(hint), side_(open.side), floors_(floors)
+    Balancer(LinkGraph& open, const std::vector<int>& pathNodes, int hint, BalanceFloors floors,
+             const BalanceCheck& check)
+        : open_(open), pathNodes_(pathNodes), hint_(hint), side_(open.side), floors_(floors), check_(check)
     {
         pathIndex_.fill(-1);
         for (std::size_t i = 0; i < pathNodes.size(); ++i) {
@@ -62,13 +63,18 @@ public:
             std::swap(links_[static_cast<std::size_t>(i - 1)], links_[static_cast<std::size_t>(RandomInt(i, 0))]);
     }
 
+    // The best move each time, until none improves the score. A move the check refuses is
+    // left out until another move is made.
     void Run()
     {
+        std::array<bool, kLinkSlots> refused{};
         for (;;) {
             Survey();
             double best = Score(on_, off_, blocks_, validOff_, withRoad_);
             int pick = -1;
             for (int i = 0; i < linkCount_; ++i) {
+                if (refused[static_cast<std::size_t>(i)])
+                    continue;
                 const double score = ScoreToggled(links_[static_cast<std::size_t>(i)]);
                 if (score < best - kBetter) {
                     best = score;
@@ -79,6 +85,12 @@ public:
                 return;
             const Link l = links_[static_cast<std::size_t>(pick)];
             open_.SetLink(l.a, l.b, !open_.IsOpen(l.a, l.b));
+            if (check_ && !check_(open_)) {
+                open_.SetLink(l.a, l.b, !open_.IsOpen(l.a, l.b));
+                refused[static_cast<std::size_t>(pick)] = true;
+                continue;
+            }
+            refused.fill(false);
         }
     }
 
@@ -259,6 +271,7 @@ private:
     int hint_;
     int side_;
     BalanceFloors floors_;
+    const BalanceCheck& check_;
     NodeSet path_ = 0;
     std::array<int, kMaxLatticeNodes> pathIndex_;
     std::array<Link, kLinkSlots> links_; // the links off the path, in random order
@@ -275,9 +288,10 @@ private:
 
 } // namespace
 
-void BalanceDegrees(LinkGraph& open, const std::vector<int>& pathNodes, int hint, BalanceFloors floors)
+void BalanceDegrees(LinkGraph& open, const std::vector<int>& pathNodes, int hint, BalanceFloors floors,
+                    const BalanceCheck& check)
 {
-    Balancer(open, pathNodes, hint, floors).Run();
+    Balancer(open, pathNodes, hint, floors, check).Run();
 }
 
 } // namespace tallyon

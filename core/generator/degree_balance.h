@@ -14,6 +14,7 @@
 
 #include "core/board/lattice.h"
 
+#include <functional>
 #include <vector>
 
 namespace tallyon {
@@ -23,6 +24,11 @@ struct BalanceFloors {
     int minRoadPercent = 0;
 };
 
-void BalanceDegrees(LinkGraph& open, const std::vector<int>& pathNodes, int hint, BalanceFloors floors);
+// A test every change must pass besides the balancer's own, or none when empty: a puzzle made
+// for a grade stays of that grade.
+using BalanceCheck = std::function<bool(const LinkGraph& open)>;
+
+void BalanceDegrees(LinkGraph& open, const std::vector<int>& pathNodes, int hint, BalanceFloors floors,
+                    const BalanceCheck& check = {});
 
 } // namespace tallyon

@@ -6,6 +6,8 @@
 namespace tallyon {
 namespace {
 
+int buildBound = 0;
+
 void FillList2(Board& board)
 {
     board.List2.clear();
@@ -58,7 +60,7 @@ PuzzleStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int tr
         NumberPath(board, trace);
         SpreadDecoys(board);
         FillDecoys(board, trace);
-        CheckDecoys(board);
+        const bool decoysChosen = CheckDecoys(board, grade);
         FillList2(board);
         board.StartSide = ResolveStartSide(startSideTag);
         if (board.StartSide == kSideTop)
@@ -66,9 +68,14 @@ PuzzleStats BuildPuzzle(Board& board, int startSideTag, int pictureWidth, int tr
         SetKeyNodes(board);
         PrepareCellState(board);
         stats.Grading = GradePuzzle(board);
-    } while (!stats.Grading.solved || (grade && stats.Grading.grade != *grade));
+        if (decoysChosen && stats.Grading.solved && (!grade || stats.Grading.grade == *grade))
+            return stats;
+    } while (buildBound <= 0 || stats.Builds < buildBound);
+    stats.GaveUp = true;
     return stats;
 }
+
+void SetBuildBound(int builds) { buildBound = builds; }
 
 void FinishRestoredPuzzle(Board& board)
 {

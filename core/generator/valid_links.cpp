@@ -20,6 +20,7 @@
 #include "core/board/random.h"
 #include "core/generator/decoy_fill.h"
 #include "core/generator/degree_balance.h"
+#include "core/generator/grade_shaping.h"
 #include "core/generator/shortcuts.h"
 #include "core/generator/side_groups.h"
 
@@ -58,10 +59,12 @@ constexpr std::array<DecoyShares, 7> kDecoyShares = {{
     {58, 57, 57}, // 10x10
 }};
 constexpr int kSmallestGrid = 4;
+// Links off the path of which more than this share, in percent, are valid in every puzzle.
+constexpr int kMostPercent = 50;
 
 class LinkChooser {
 public:
-    explicit LinkChooser(Board& board) : b_(board), n_(board.GridSize + 1)
+    LinkChooser(Board& board, std::optional<Grade> grade) : b_(board), n_(board.GridSize + 1), grade_(grade)
     {
         pathIndex_.fill(-1);
         for (std::size_t i = 0; i < board.PathCells.size(); i += 2) {
@@ -77,17 +80,37 @@ public:
         }
     }
 
-    void Run()
+    bool Run()
     {
         OpenShortcuts();
         SetOwners(FormSideGroups(pathNodes_, open_, Shares().mergeRoad));
         OpenGroupLinks(open_);
         TryOtherLinks();
-        BalanceDegrees(open_, pathNodes_, hint_, {Shares().validFloor, Shares().roadFloor});
+        GradeShaper shaper(open_, pathNodes_, hint_, grade_);
+        bool shaped = !grade_ || shaper.Shape();
+        if (shaped && grade_)
+            shaper.AddRoads(Shares().roadFloor);
+        if (shaped && grade_ == Grade::Easy)
+            shaper.Enrich();
+        // Most links off the path are valid in every puzzle, not only on average.
+        shaped = shaped && shaper.RaiseValidShare(kMostPercent);
+        BalanceCheck check;
+        if (grade_ && shaped)
+            check = [&shaper](const LinkGraph&) { return shaper.HasGrade(); };
+        BalanceDegrees(open_, pathNodes_, hint_, Floors(), check);
         WriteDigits();
+        return shaped && 100 * shaper.ValidOffPath() > kMostPercent * shaper.OffPath();
     }
 
 private:
+    // A puzzle shaped for a grade keeps fewer of its groups' links (Easy's side roads are trees,
+    // Medium's groups pockets), and the balancing needs room to close links that would give the
+    // path away by their count: links are closed down to just over half, not to the share the
+    // puzzles of no grade keep.
+    BalanceFloors Floors() const
+    {
+        return {grade_ ? kMostPercent + 1 : Shares().validFloor, Shares().roadFloor};
+    }
     const DecoyShares& Shares() const
     {
         return kDecoyShares[static_cast<std::size_t>(std::clamp(b_.GridSize, kSmallestGrid, 10) - kSmallestGrid)];
@@ -278,6 +301,7 @@ private:
 
     Board& b_;
     int n_;
+    std::optional<Grade> grade_;
     std::array<int, kMaxLatticeNodes> pathIndex_{};
     std::array<int, kMaxLatticeNodes> owner_{};
     std::array<int, kMaxLatticeNodes> parent_{};
@@ -292,6 +316,6 @@ private:
 
 } // namespace
 
-void ChooseValidLinks(Board& board) { LinkChooser(board).Run(); }
+bool ChooseValidLinks(Board& board, std::optional<Grade> grade) { return LinkChooser(board, grade).Run(); }
 
 } // namespace tallyon

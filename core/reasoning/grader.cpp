@@ -77,12 +77,18 @@ GradeReport GradeChain(const LinkGraph& valid, int start, int hint, int end)
     return r;
 }
 
-bool SolvedWithin(Grade grade, const LinkGraph& valid, int start, int hint, int end)
+Settled SettleWithin(Grade grade, const LinkGraph& valid, int start, int hint, int end)
 {
     const ReasoningSteps steps(valid.side, start, hint, end);
     GradeReport r;
     r.known = steps.Begin(valid);
-    return SettleWithin(steps, GradeSteps(grade), r) && steps.Solved(r.known);
+    const bool consistent = SettleWithin(steps, GradeSteps(grade), r);
+    return {r.known, consistent && steps.Solved(r.known)};
+}
+
+bool SolvedWithin(Grade grade, const LinkGraph& valid, int start, int hint, int end)
+{
+    return SettleWithin(grade, valid, start, hint, end).solved;
 }
 
 std::array<int, 3> KeyNodeIndexes(const Board& board)

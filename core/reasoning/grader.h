@@ -50,8 +50,13 @@ GradeReport GradeChain(const LinkGraph& valid, int start, int hint, int end);
 // Grades a finished board: its valid links and KeyNodes.
 GradeReport GradePuzzle(const Board& board);
 
-// True when the deductions of `grade` alone solve the puzzle of the given valid links (no
-// look-ahead): the generator's quicker question.
+// What the deductions of `grade` alone find on the puzzle of the given valid links (no
+// look-ahead), and whether that is the whole path: the generator's quicker question.
+struct Settled {
+    Knowledge known;
+    bool solved = false;
+};
+Settled SettleWithin(Grade grade, const LinkGraph& valid, int start, int hint, int end);
 bool SolvedWithin(Grade grade, const LinkGraph& valid, int start, int hint, int end);
 
 // The board's Start, Hint and End as node numbers of its lattice.

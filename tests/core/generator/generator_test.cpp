@@ -84,6 +84,7 @@ std::pair<int, int> DecoyShares(const Board& b, const std::vector<int>& cells)
             road = road || (offPath(n, m) && ValidLinkBetween(b, n, m));
         withRoad += road ? 1 : 0;
     }
+    EXPECT_GT(2 * valid, all) << "most links off the path are valid in every puzzle";
     return {100 * valid / all, static_cast<int>(200 * withRoad / (cells.size() - 1))};
 }
 
@@ -137,9 +138,10 @@ TEST_P(BuiltPuzzles, HaveTheirPropertiesAndOneChainFromStartToEnd)
     // Averaged over the puzzles: most off-path links valid, and most path nodes with a side
     // road. The 6x6 boards fall short of most: their long paths leave the fewest free nodes.
     const int puzzles = 2 * PuzzlesPerCase();
-    // The grader's check that makes a puzzle be built again is a safety net: the first build
-    // nearly always has one chain that reasoning finds.
-    EXPECT_LE(builds, puzzles + puzzles / 100);
+    // A puzzle is built again when its path leaves too few links off it that can be valid
+    // (most must be) or the grader cannot solve it: a tight path on the middle sizes, now and
+    // then, never most of the time.
+    EXPECT_LE(builds, puzzles + puzzles / 3);
     EXPECT_GE(valid / puzzles, size == 6 ? 48 : 53);
     EXPECT_GE(sideRoads / puzzles, size == 6 ? 50 : 52);
 }
@@ -168,8 +170,8 @@ TEST(BuildPuzzle, SmallBoardsVaryTheirPaths)
 // A node's count of valid links must say little of whether it is on the path: over 200 puzzles
 // of each size, the shares of path nodes among the nodes with 2, 3 and 4 valid links lie within
 // 0.12 of each other (0.20 up to 6x6, whose paths cover most of the board); and no 3x3 block
-// of nodes off the path has all its twelve links valid; and each puzzle, the first built, is
-// solved by reasoning. A clock that repeats every run makes the sample the same each time.
+// of nodes off the path has all its twelve links valid; and each puzzle is solved by
+// reasoning. A clock that repeats every run makes the sample the same each time.
 TEST(BuildPuzzle, ValidLinkCountsDoNotGiveThePathAway)
 {
     TickingClock clock;
@@ -178,7 +180,7 @@ TEST(BuildPuzzle, ValidLinkCountsDoNotGiveThePathAway)
         long onPath[5] = {}, all[5] = {};
         for (int i = 0; i < 200; ++i) {
             const PuzzleStats stats = BuildPuzzle(*board, kSideLeft, 8400);
-            ASSERT_TRUE(stats.Builds == 1 && stats.Grading.solved) << "size " << size << " puzzle " << i;
+            ASSERT_TRUE(!stats.GaveUp && stats.Grading.solved) << "size " << size << " puzzle " << i;
             const LinkGraph valid = ValidLinkGraph(*board);
             const LinkGraph path = PathLinks(*board, Numbers(board->PathList));
             const int n = size + 1;
