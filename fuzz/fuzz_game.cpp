@@ -1,11 +1,25 @@
 // Fuzz target: the saved game's reader. The input is the file's text, split at CR LF, LF or CR.
-// Whatever is accepted must be a playable puzzle and write back to the very same lines.
+// Whatever is accepted must be a playable puzzle and write back to the very same lines; a file
+// of the older format 1 is written in the current format, which must read back to itself.
 #include "play/saved_game.h"
 
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <vector>
+
+namespace {
+
+std::vector<std::string> Written(const tallyon::SavedGame& game)
+{
+    tallyon::PlayState play;
+    play.undolist = game.undolist;
+    play.redolist = game.redolist;
+    play.HintCount = game.hints;
+    return tallyon::FormatSavedGame(*game.board, play, game.next, game.checkRunning, game.indicator);
+}
+
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -31,10 +45,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const SavedGame& game = *read.game;
     if (game.board->List2.empty() || game.board->List2.size() % 2 != 1)
         std::abort();
-    PlayState play;
-    play.undolist = game.undolist;
-    play.redolist = game.redolist;
-    if (FormatSavedGame(*game.board, play, game.next, game.checkRunning, game.indicator) != lines)
+    const std::vector<std::string> written = Written(game);
+    if (lines.front() == kSavedGameFormat1) {
+        const SavedGameRead again = ParseSavedGame(written, 8400);
+        if (!again.game || Written(*again.game) != written)
+            std::abort();
+        return 0;
+    }
+    if (written != lines)
         std::abort();
     return 0;
 }

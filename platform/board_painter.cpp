@@ -62,6 +62,8 @@ void BoardPainter::Cell(int row, int col, Colour digit, Colour fill)
             const int halfH = std::min(size.height / 2, look_.patchMaxHalfHeight);
             canvas_.FilledBox(X(col) - halfW, Y(row) - halfH, X(col) + halfW, Y(row) + halfH, fill);
         }
+        if (look_.userMarks && board_.UserMark(row, col) == 1)
+            UserMark(row, col);
     } else {
         return;
     }
@@ -96,7 +98,12 @@ void BoardPainter::Path()
 
 void BoardPainter::UserLink(int row, int col, int dRow, int dCol)
 {
-    Line(row, col, row + 2 * dRow, col + 2 * dCol, look_.userLineColour, look_.userLinePen);
+    LinkWithCells(row, col, dRow, dCol, look_.userLineColour);
+}
+
+void BoardPainter::LinkWithCells(int row, int col, int dRow, int dCol, Colour colour)
+{
+    Line(row, col, row + 2 * dRow, col + 2 * dCol, colour, look_.userLinePen);
     Cell(row, col, look_.nodeDigit, look_.nodeFill);
     Cell(row + 2 * dRow, col + 2 * dCol, look_.nodeDigit, look_.nodeFill);
     Cell(row + dRow, col + dCol, look_.linkDigit, look_.linkPatch);
@@ -121,6 +128,57 @@ void BoardPainter::Marks()
     else
         InvertedKeyNodes();
     Xs();
+}
+
+void BoardPainter::Hint(const HintPicture& hint)
+{
+    for (const CellAt link : hint.ruledOut)
+        DimmedLink(link);
+    CellAt a{}, b{};
+    if (hint.forced && LinkEnds(*hint.forced, a, b))
+        LinkWithCells(a.row, a.col, (b.row - a.row) / 2, (b.col - a.col) / 2, look_.forcedLinkColour);
+    if (hint.wrong && OnBoard(board_, hint.wrong->row, hint.wrong->col)) {
+        const int x = X(hint.wrong->col), y = Y(hint.wrong->row), h = look_.wrongFrameHalf;
+        canvas_.Box(x - h, y - h, x + h, y + h, look_.wrongFrameColour, look_.wrongFramePen);
+    }
+    for (const CellAt node : hint.look)
+        if (OnBoard(board_, node.row, node.col) && IsNode(node.row, node.col))
+            canvas_.Circle(X(node.col), Y(node.row), look_.lookRingRadius, look_.lookRingColour, look_.lookRingPen,
+                           std::nullopt);
+    if (hint.forced)
+        Marks();
+}
+
+void BoardPainter::UserMark(int row, int col)
+{
+    const int x = X(col), y = Y(row), h = look_.userMarkHalf;
+    canvas_.Line(x - h, y - h, x + h, y + h, look_.userMarkColour, look_.userMarkPen);
+    canvas_.Line(x - h, y + h, x + h, y - h, look_.userMarkColour, look_.userMarkPen);
+}
+
+bool BoardPainter::LinkEnds(CellAt link, CellAt& a, CellAt& b) const
+{
+    if (!OnBoard(board_, link.row, link.col) || !IsLinkCell(link.row, link.col))
+        return false;
+    const bool across = link.row % 2 == 1;
+    a = {across ? link.row : link.row - 1, across ? link.col - 1 : link.col};
+    b = {across ? link.row : link.row + 1, across ? link.col + 1 : link.col};
+    return OnBoard(board_, a.row, a.col) && OnBoard(board_, b.row, b.col);
+}
+
+// The grid line between the two nodes, clear of their shapes, goes paler, and so does the
+// link cell's digit.
+void BoardPainter::DimmedLink(CellAt link)
+{
+    CellAt a{}, b{};
+    if (!LinkEnds(link, a, b))
+        return;
+    const int reach = look_.dimmedFromNode;
+    const int dx = b.col == a.col ? 0 : reach, dy = b.row == a.row ? 0 : reach;
+    const int x1 = X(a.col) + dx, y1 = Y(a.row) + dy, x2 = X(b.col) - dx, y2 = Y(b.row) - dy;
+    canvas_.Line(x1, y1, x2, y2, look_.background, look_.gridPen + 2);
+    canvas_.Line(x1, y1, x2, y2, look_.dimmedGrid, look_.gridPen);
+    Cell(link.row, link.col, look_.dimmedDigit, look_.linkPatch);
 }
 
 bool BoardPainter::CellOf(int cellNo, int& row, int& col) const

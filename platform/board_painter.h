@@ -1,5 +1,6 @@
-// The one board painter: the grid, the cells with their digits, the path or the player's links
-// and the marks, for the screen, the printed page, the clipboard picture and test recordings.
+// The one board painter: the grid, the cells with their digits, the path or the player's links,
+// the marks, and on the screen the player's crosses and a hint, for the screen, the printed
+// page, the clipboard picture and test recordings.
 //
 // Contract: the painter draws only through the Canvas it is given, in twips, and never changes
 // the Board. Everything that differs between those pictures (where the board lies, its pitch,
@@ -9,10 +10,13 @@
 #pragma once
 
 #include "core/board/board.h"
+#include "core/board/lattice.h"
 #include "platform/canvas.h"
 
 #include <array>
 #include <climits>
+#include <optional>
+#include <vector>
 
 namespace tallyon {
 
@@ -72,6 +76,33 @@ struct BoardLook {
     // Start sides other than Left and Top (0 on a board not yet built, 3 and 4 from a settings
     // file) put the "X"s beside Start and End when set, and show none otherwise.
     bool xsForOtherSides = true;
+
+    // The player's marks (Board::UserMark), each a cross over the link cell's patch and under
+    // its digit, drawn only where `userMarks` is set: the screen shows them, paper and the
+    // clipboard picture never do.
+    bool userMarks = false;
+    Colour userMarkColour = 0;
+    int userMarkHalf = 0; // from the link cell's centre to the end of each arm, along x and y
+    int userMarkPen = 1;
+
+    // A hint (BoardPainter::Hint): rings around the nodes to look at, the links it rules out
+    // dimmed (their digit and grid line in paler colours), the link it forces drawn as a
+    // player's link in a colour of its own, and a frame around a wrong link or mark.
+    Colour lookRingColour = 0;
+    int lookRingRadius = 0, lookRingPen = 1;
+    Colour dimmedDigit = 0, dimmedGrid = 0;
+    int dimmedFromNode = 0; // a dimmed grid line starts this far from each node's centre
+    Colour forcedLinkColour = 0;
+    Colour wrongFrameColour = 0;
+    int wrongFrameHalf = 0, wrongFramePen = 1;
+};
+
+// What a hint shows over the board, as lattice cells.
+struct HintPicture {
+    std::vector<CellAt> look;     // nodes to look at
+    std::vector<CellAt> ruledOut; // link cells whose links it rules out
+    std::optional<CellAt> forced; // the link cell of the link it forces
+    std::optional<CellAt> wrong;  // the link cell of a wrong link or mark
 };
 
 // What a whole board shows besides its grid and cells.
@@ -105,6 +136,10 @@ public:
     void UserLinks();
     // The key nodes' marks: rings or inverted nodes, then the "X"s beside Start and End.
     void Marks();
+    // A hint over the board as it stands: the ruled-out links dimmed, the forced link, the
+    // frame around a wrong one, the rings around the nodes to look at, and the key nodes'
+    // marks again where a forced link's line crossed them. Cells off the board are skipped.
+    void Hint(const HintPicture& hint);
 
 private:
     bool CellOf(int cellNo, int& row, int& col) const;
@@ -115,6 +150,13 @@ private:
     void Rings();
     void InvertedKeyNodes();
     void Xs();
+    // A link's line in `colour`, then its two ends and its link cell again on top.
+    void LinkWithCells(int row, int col, int dRow, int dCol, Colour colour);
+    void UserMark(int row, int col);
+    // The two end nodes of a link cell: left and right of a horizontal one, above and below a
+    // vertical one; false for a cell that is no link cell of the board.
+    bool LinkEnds(CellAt link, CellAt& a, CellAt& b) const;
+    void DimmedLink(CellAt link);
 
     Canvas& canvas_;
     const Board& board_;

@@ -6,22 +6,39 @@
 #include "core/codes/puzzle_code.h"
 #include "core/generator/generator.h"
 #include "play/draw.h"
+#include "play/hint.h"
 #include "play/keyboard.h"
 #include "play/play_text.h"
 
 #include <algorithm>
+#include <array>
 
 namespace tallyon {
 namespace {
 
-// Blanks the picture and forgets the offered link and the undone moves before the board is
-// rebuilt. The undo history is kept.
+// Blanks the picture and forgets the offered link, the undone moves and the hints before the
+// board is rebuilt. The undo history is kept.
 void ClearForNewPuzzle(PlayHost& host, PlayState& state)
 {
     state.HoverRow = state.HoverCol = 0;
     state.EndARow = state.EndACol = state.EndBRow = state.EndBCol = 0;
     state.redolist.clear();
+    ForgetHint(host, state);
+    state.HintCount = 0;
     host.OpenBoardCanvas()->Clear(host.Style().Background);
+}
+
+// The grades the key G steps through, in order.
+constexpr std::array<std::optional<Grade>, 4> kGradeCycle = {std::nullopt, Grade::Easy, Grade::Medium, Grade::Hard};
+
+// The grade of the puzzle in play, for the status line; a puzzle from a code that reasoning
+// alone cannot finish is beyond every grade.
+std::string GradeInPlay(const Board& board)
+{
+    if (board.List2.empty())
+        return "no puzzle yet";
+    const GradeReport report = GradePuzzle(board);
+    return std::string("this one: ") + (report.solved ? GradeName(report.grade) : "beyond Hard");
 }
 
 void BeginBuilding(PlayHost& host)
@@ -59,6 +76,19 @@ std::string StartSideCaption(int side)
     }
 }
 
+std::string GradeCaption(std::optional<Grade> grade) { return grade ? GradeName(*grade) : "Any"; }
+
+std::optional<Grade> StepGrade(PlayHost& host, const Board& board)
+{
+    const auto at = std::find(kGradeCycle.begin(), kGradeCycle.end(), host.Next().grade);
+    const std::optional<Grade> next =
+        at == kGradeCycle.end() || at + 1 == kGradeCycle.end() ? kGradeCycle.front() : *(at + 1);
+    host.SetNextGrade(next);
+    host.SetStatus("Next puzzle: " + GradeCaption(next) + " (" + GradeInPlay(board) + ")");
+    host.GameChanged();
+    return next;
+}
+
 void NewPuzzle(PlayHost& host, Board& board, PlayState& state, int button)
 {
     BeginBuilding(host);
@@ -68,7 +98,7 @@ void NewPuzzle(PlayHost& host, Board& board, PlayState& state, int button)
     board.GridSize = size;
     board.BoardSpan = 2 * size + 1;
     ClearForNewPuzzle(host, state);
-    BuildPuzzle(board, host.Next().PathDirection, host.PictureWidth());
+    BuildPuzzle(board, host.Next().PathDirection, host.PictureWidth(), 0, host.Next().grade);
     PuzzleBuilt(host, board, state);
     host.GameChanged();
 }

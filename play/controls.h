@@ -1,5 +1,5 @@
-// The new-puzzle button and the small board controls: show solution, grid size, start side
-// and the full redraw.
+// The new-puzzle button and the small board controls: show solution, grid size, start side,
+// the next puzzle's grade (the key G) and the full redraw.
 //
 // Contract: mouse buttons are 1 left, 2 right, 4 middle. The grid size and start side of the
 // next puzzle come from the host (PlayHost::Next); the built puzzle's own are in its Board.
@@ -13,8 +13,8 @@
 namespace tallyon {
 
 // The release handler of cmdnew: builds a puzzle of the next grid size (button 2: a random
-// size 4 to 10, which becomes the next size too), from the next path direction, and draws
-// it. The undo history is kept.
+// size 4 to 10, which becomes the next size too), from the next path direction, of the next
+// grade when one is chosen, and draws it. The undo history is kept.
 void NewPuzzle(PlayHost& host, Board& board, PlayState& state, int button);
 
 // The puzzle a puzzle code names (core/codes/puzzle_code.h), built and shown as NewPuzzle leaves a
@@ -42,5 +42,13 @@ void RedrawBoard(PlayHost& host, Board& board);
 
 // "Random", "Left" or "Top" for 0, 1, 2; "" for anything else.
 std::string StartSideCaption(int side);
+
+// The key G: steps the next puzzle's grade Any, Easy, Medium, Hard and round again, and says
+// so with the grade of the puzzle in play: "Next puzzle: Hard (this one: Medium)". The game is
+// kept with it (PlayHost::GameChanged). Returns the new grade.
+std::optional<Grade> StepGrade(PlayHost& host, const Board& board);
+
+// "Any" for no grade, else the grade's name.
+std::string GradeCaption(std::optional<Grade> grade);
 
 } // namespace tallyon

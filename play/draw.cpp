@@ -16,6 +16,51 @@ int LinePen(const Board& board, const DrawStyle& style)
     return std::clamp(style.GridLineWidth, 1, std::max(1, board.CellPitch / kTwipsPerPixel));
 }
 
+// Sizes of the player's crosses and of a hint, in cell pitches and pen units.
+constexpr double kCrossHalf = 0.3;     // from the link cell's centre, inside its gap cells
+constexpr double kHintRingHalf = 0.45; // around a node, clear of the key nodes' rings
+constexpr double kWrongFrameHalf = 0.35;
+constexpr int kCrossPen = 2;
+constexpr int kHintRingPen = 3;
+constexpr int kWrongFramePen = 2;
+// A ruled-out link is drawn a third of the way from the background to its own colours.
+constexpr int kDimmedShare = 3;
+
+// `colour` taken 1/kDimmedShare of the way from `background`.
+Colour Dimmed(Colour colour, Colour background)
+{
+    const auto mix = [](int c, int b) { return b + (c - b) / kDimmedShare; };
+    return RGB(mix(RedOf(colour), RedOf(background)), mix(GreenOf(colour), GreenOf(background)),
+               mix(BlueOf(colour), BlueOf(background)));
+}
+
+// The crosses in the scheme's colour, or in the grid's where that is the background's (a
+// damaged all.col) and the crosses would not show.
+Colour CrossColour(const DrawStyle& style)
+{
+    return style.MarkColour != style.Background ? style.MarkColour : style.GridColour;
+}
+
+void SetHintLook(BoardLook& look, const Board& board, const DrawStyle& style)
+{
+    const double pitch = board.CellPitch;
+    look.userMarks = true;
+    look.userMarkColour = CrossColour(style);
+    look.userMarkHalf = RoundHalfEven(kCrossHalf * pitch);
+    look.userMarkPen = kCrossPen;
+    look.lookRingColour = kHintLookColour;
+    look.lookRingRadius = RoundHalfEven(kHintRingHalf * pitch);
+    look.lookRingPen = kHintRingPen;
+    look.dimmedDigit = Dimmed(style.GridColour, style.Background);
+    look.dimmedGrid = look.dimmedDigit;
+    const int shape = look.nodeShape == kRoundNodes ? look.nodeRadius : look.nodeHalfBox;
+    look.dimmedFromNode = shape + (look.nodePen + 1) * kTwipsPerPixel;
+    look.forcedLinkColour = kForcedLinkColour;
+    look.wrongFrameColour = kWrongFrameColour;
+    look.wrongFrameHalf = RoundHalfEven(kWrongFrameHalf * pitch);
+    look.wrongFramePen = kWrongFramePen;
+}
+
 // Draws one piece of the board in the screen's look.
 template <typename Piece>
 void InScreenLook(Canvas& canvas, const Board& board, const DrawStyle& style, Piece piece)
@@ -59,6 +104,7 @@ BoardLook ScreenLook(const Board& board, const DrawStyle& style)
     look.hintRing = kHintMarkColour;
     look.endRing = look.markColour = kEndMarkColour;
     look.markOffset = board.CellPitch;
+    SetHintLook(look, board, style);
     return look;
 }
 
@@ -105,6 +151,11 @@ bool LinkCrossesMarks(const Board& board, int idA, int idB)
 {
     return std::any_of(board.KeyNodes.begin(), board.KeyNodes.end(),
                        [idA, idB](int key) { return key == idA || key == idB; });
+}
+
+void DrawHint(Canvas& canvas, const Board& board, const DrawStyle& style, const HintPicture& hint)
+{
+    InScreenLook(canvas, board, style, [&hint](BoardPainter& p) { p.Hint(hint); });
 }
 
 void DrawBoard(Canvas& canvas, const Board& board, const DrawStyle& style, int mode)

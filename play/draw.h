@@ -18,9 +18,17 @@ namespace tallyon {
 inline constexpr Colour kEndMarkColour = fixed::Red;   // Start and End rings and the "X"s
 inline constexpr Colour kHintMarkColour = fixed::Blue; // the Hint ring
 
+// Fixed colours of a hint (the key H), apart from every other colour of the board: orange
+// rings around the nodes to look at, a green line for the link it forces, and a red frame, as
+// Verify's marker has, around a wrong link or mark.
+inline constexpr Colour kHintLookColour = RGB(235, 125, 0);
+inline constexpr Colour kForcedLinkColour = RGB(0, 160, 60);
+inline constexpr Colour kWrongFrameColour = fixed::Red;
+
 // The window's look for the board painter: the geometry the Board holds, the colours and font
 // of the DrawStyle, GridLineWidth as the pen (at least 1, at most a cell pitch), links three
-// pens wide, rings around Start, Hint and End, and the "X"s a cell pitch from them.
+// pens wide, rings around Start, Hint and End, the "X"s a cell pitch from them, the player's
+// crosses in MarkColour, and a hint's rings, dimmed links and forced link.
 BoardLook ScreenLook(const Board& board, const DrawStyle& style);
 
 // Clears the picture with the background and draws the grid lines through the node centres
@@ -50,6 +58,9 @@ void DrawMarks(Canvas& canvas, const Board& board, const DrawStyle& style);
 // True when a link between the nodes idA and idB runs through a mark: it ends at Start, Hint
 // or End, whose rings a link line or a redrawn node would otherwise cut.
 bool LinkCrossesMarks(const Board& board, int idA, int idB);
+
+// A hint over the board as it stands (BoardPainter::Hint), in the window's look.
+void DrawHint(Canvas& canvas, const Board& board, const DrawStyle& style, const HintPicture& hint);
 
 // The whole board in the order grid, cells, links, marks. Mode 1 draws the solution path from
 // PathList as plain lines; any other mode the user's links, each as the linking code draws it

@@ -2,6 +2,7 @@
 #include "play/keyboard.h"
 
 #include "play/draw.h"
+#include "play/hint.h"
 #include "play/linking.h"
 
 namespace tallyon {
@@ -69,6 +70,18 @@ void KeyLink(PlayHost& host, Board& board, PlayState& state, int dRow, int dCol,
         return;
     }
     ShowCursor(host, board, state);
+}
+
+void ToggleMark(PlayHost& host, Board& board, PlayState& state, int dRow, int dCol)
+{
+    if (!Ready(board, state) || !OnBoard(board, state.CursorRow + 2 * dRow, state.CursorCol + 2 * dCol))
+        return;
+    int& mark = board.UserMark(state.CursorRow + dRow, state.CursorCol + dCol);
+    mark = mark == 1 ? 0 : 1;
+    ForgetHint(host, state);
+    state.CursorShown = true;
+    Redraw(host, board, state);
+    host.GameChanged();
 }
 
 void HideCursor(PlayHost& host, const Board& board, PlayState& state)

@@ -1,5 +1,5 @@
 // Keyboard play: a cursor on the nodes, moved by the arrows, that links and unlinks towards a
-// neighbour as a release over the link cell between them would.
+// neighbour as a release over the link cell between them would, and marks the link that way.
 //
 // Contract: dRow and dCol name one of the four directions (one of them 0, the other -1 or 1).
 // Nothing happens before the first puzzle. The cursor is drawn as a thin square ring in the
@@ -22,6 +22,12 @@ void MoveCursor(PlayHost& host, const Board& board, PlayState& state, int dRow, 
 // (MakeLink). A link moves the cursor on to the neighbour, so that a path is typed as a run of
 // Shift+arrows.
 void KeyLink(PlayHost& host, Board& board, PlayState& state, int dRow, int dCol, int button);
+
+// Alt+arrow: toggles the player's mark ("not on the path") on the link cell towards the
+// neighbour, a cross drawn on it. A mark changes neither the link cell's digit nor the links,
+// and is no record of the undo history; it counts as a move for the hint key, and the game is
+// kept with it. The board is drawn afresh, so that a cross taken away leaves no trace.
+void ToggleMark(PlayHost& host, Board& board, PlayState& state, int dRow, int dCol);
 
 // The mouse over the board: hides the cursor, redrawing the board without it.
 void HideCursor(PlayHost& host, const Board& board, PlayState& state);

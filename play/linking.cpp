@@ -2,6 +2,7 @@
 #include "play/linking.h"
 
 #include "play/draw.h"
+#include "play/hint.h"
 #include "play/play_text.h"
 
 #include <cmath>
@@ -109,8 +110,10 @@ void MakeLink(PlayHost& host, Board& board, PlayState& state, int button)
     }
     ForgetEnds(state);
     host.SetCheckTimer(true);
-    if (value >= 0)
+    if (value >= 0) {
+        ForgetHint(host, state);
         host.GameChanged();
+    }
 }
 
 } // namespace tallyon

@@ -7,10 +7,12 @@
 #pragma once
 
 #include "core/board/board.h"
+#include "core/reasoning/grader.h"
 #include "platform/canvas.h"
 #include "platform/colour.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,16 +29,18 @@ struct DrawStyle {
     int GridLineWidth = 1;            // pen units (one logical pixel on screen)
     int NodeShape = kRoundNodes;      // anything else draws boxes
     std::string FontFamily = "Arial";
+    Colour MarkColour = fixed::MidGrey; // the player's crosses: the scheme's entry 12
 };
 
-// The grid size and path direction that the next new puzzle takes, as the host shows them on
-// Label4 and Label6. The grid size is the setting saved on Exit; the direction is Label6's own,
+// The grid size, path direction and grade that the next new puzzle takes, the first two as the
+// host shows them on Label4 and Label6. The grid size is the setting saved on Exit; the direction is Label6's own,
 // which takes the setting at start-up and from the options, while its clicks leave the setting
 // alone. A puzzle already built keeps its own size and start side in its Board, so stepping
 // these never changes the puzzle being played.
 struct NextPuzzle {
     int GridSize = 7;
-    int PathDirection = 0; // 0 Random, 1 Left, 2 Top; 3 and 4 lay the path from the left
+    int PathDirection = 0;                     // 0 Random, 1 Left, 2 Top; 3 and 4 lay the path from the left
+    std::optional<Grade> grade = std::nullopt; // none: any grade, the generator as it comes
 };
 
 // The main window as the play routines see it. Every call takes effect at once.
@@ -46,6 +50,7 @@ public:
 
     // Label7, the status line.
     virtual void SetStatus(const std::string& text) = 0;
+    virtual std::string Status() const = 0;
     // Label1 (hovered row) and Label2 (hovered column).
     virtual void SetHoverCaptions(const std::string& row, const std::string& column) = 0;
     // Label8's back colour, the indicator of the periodic check.
@@ -65,22 +70,34 @@ public:
     virtual void SetNextGridSize(int size) = 0;
     // Stores the next path direction and shows it on Label6 ("Random", "Left", "Top").
     virtual void SetNextPathDirection(int direction) = 0;
+    // Stores the next puzzle's grade; no control shows it.
+    virtual void SetNextGrade(std::optional<Grade> grade) = 0;
     // Shows the program's message box and returns its answer code (platform/answer_codes.h).
     virtual int Ask(const std::string& message, const std::string& style) = 0;
     // Width of the board picture in twips.
     virtual int PictureWidth() const = 0;
     // A canvas on the board picture's backing image; what is drawn shows when it is destroyed.
     virtual std::unique_ptr<Canvas> OpenBoardCanvas() = 0;
+    // A layer over the board picture for what shows only while a key is held: drawn over the
+    // picture, and dropped whole by ClearOverlay, which leaves every pixel of the picture as
+    // it was before. Clearing the picture leaves the layer alone.
+    virtual std::unique_ptr<Canvas> OpenOverlayCanvas() = 0;
+    virtual void ClearOverlay() = 0;
     // The current colours and widths.
     virtual DrawStyle Style() const = 0;
     // The window's layout step and colour application, run before a full redraw.
     virtual void ApplyLayoutAndColours() = 0;
     // The game in play changed: a new puzzle, one from a code, a link made or removed, an
-    // undo, a redo or a reset, each after it is drawn. The host may keep the game to resume.
+    // undo, a redo, a reset, a mark, or the next puzzle's grade, each after it is drawn. The
+    // host may keep the game to resume.
     virtual void GameChanged() {}
 };
 
-// Hover and undo state of play, owned by the main window beside the Board.
+// Where the hint key stands: its next press shows where to look and the kind of deduction
+// (First), or also what the deduction rules out and forces (Second).
+enum class HintStage { First, Second };
+
+// Hover, undo, cursor and hint state of play, owned by the main window beside the Board.
 struct PlayState {
     // The offered triple: the link cell under the pointer and its two end nodes (A left or
     // above, B right or below). All 0 when nothing is offered.
@@ -100,6 +117,12 @@ struct PlayState {
     int CursorRow = 0;
     int CursorCol = 0;
     bool CursorShown = false;
+    // The hints shown on this puzzle, each counted at its first press; 0 for a new puzzle.
+    int HintCount = 0;
+    HintStage HintNext = HintStage::First;
+    // While H is held: the hint shows on the overlay, and the status line it took the place of.
+    bool HintShown = false;
+    std::string StatusBeforeHint;
 };
 
 } // namespace tallyon

@@ -14,6 +14,23 @@ namespace {
 
 constexpr Colour kMaxColour = 0xFFFFFF;
 constexpr int kHighestDirection = 4;
+constexpr long long kMostHints = std::numeric_limits<int>::max();
+
+// The next puzzle's grade as the file writes it: none is "any".
+struct GradeWord {
+    const char* word;
+    std::optional<Grade> grade;
+};
+constexpr GradeWord kGradeWords[] = {
+    {"any", std::nullopt}, {"easy", Grade::Easy}, {"medium", Grade::Medium}, {"hard", Grade::Hard}};
+
+const char* WordOf(std::optional<Grade> grade)
+{
+    for (const GradeWord& g : kGradeWords)
+        if (g.grade == grade)
+            return g.word;
+    return kGradeWords[0].word;
+}
 
 // The four user flags of a node, in the order their letters stand.
 struct Flag {
@@ -153,6 +170,32 @@ void ReadPairs(Reader& in, Board& b)
     }
 }
 
+void ReadMarks(Reader& in, Board& b)
+{
+    const std::size_t n = in.Count(in.Expect("marks", 1)[1]);
+    long long last = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+        const std::vector<std::string> words = Words(in.Line());
+        if (words.size() != 2)
+            in.Damaged("a link cell's row and column were expected");
+        const int row = static_cast<int>(in.Number(words[0], 1, b.BoardSpan));
+        const int col = static_cast<int>(in.Number(words[1], 1, b.BoardSpan));
+        const long long order = static_cast<long long>(row) * 100 + col;
+        if (!IsLinkCell(row, col) || order <= last)
+            in.Damaged("marks are on link cells, listed once each, row by row");
+        last = order;
+        b.UserMark(row, col) = 1;
+    }
+}
+
+std::optional<Grade> ReadGrade(const Reader& in, const std::string& word)
+{
+    for (const GradeWord& g : kGradeWords)
+        if (word == g.word)
+            return g.grade;
+    in.Damaged("\"" + word + "\" is not one of any, easy, medium and hard");
+}
+
 std::vector<std::string> ReadRecords(Reader& in, const char* keyword)
 {
     const std::size_t n = in.Count(in.Expect(keyword, 1)[1]);
@@ -174,7 +217,8 @@ SavedGame Read(const std::vector<std::string>& lines, int pictureWidth)
     if (lines.empty())
         throw Refused{"the file is empty"};
     const std::string& first = in.Line();
-    if (first != kSavedGameFormat) {
+    const bool format1 = first == kSavedGameFormat1;
+    if (first != kSavedGameFormat && !format1) {
         if (first.rfind(kSavedGameHeading, 0) == 0)
             throw Refused{"it was saved in " + first.substr(first.find("format")) +
                           ", which this version of Tallyon does not read"};
@@ -190,16 +234,22 @@ SavedGame Read(const std::vector<std::string>& lines, int pictureWidth)
     // the code as the game writes it.
     if (EncodePuzzleCode(*game.board) != code)
         in.Damaged("the puzzle code has blanks around it");
-    const std::vector<std::string> next = in.Expect("next", 2);
+    const std::vector<std::string> next = in.Expect("next", format1 ? 2 : 3);
     game.next.GridSize = static_cast<int>(in.Number(next[1], 4, 10));
     game.next.PathDirection = static_cast<int>(in.Number(next[2], 0, kHighestDirection));
+    if (!format1)
+        game.next.grade = ReadGrade(in, next[3]);
     const std::vector<std::string> check = in.Expect("check", 2);
     if (check[1] != "on" && check[1] != "off")
         in.Damaged("\"on\" or \"off\" was expected");
     game.checkRunning = check[1] == "on";
     game.indicator = static_cast<Colour>(in.Number(check[2], 0, kMaxColour));
+    if (!format1)
+        game.hints = static_cast<int>(in.Number(in.Expect("hints", 1)[1], 0, kMostHints));
     ReadLinks(in, *game.board);
     ReadPairs(in, *game.board);
+    if (!format1)
+        ReadMarks(in, *game.board);
     game.undolist = ReadRecords(in, "undo");
     game.redolist = ReadRecords(in, "redo");
     in.Expect("end", 0);
@@ -219,9 +269,10 @@ void WriteRecords(std::vector<std::string>& out, const char* keyword, const std:
 std::vector<std::string> FormatSavedGame(const Board& board, const PlayState& play, const NextPuzzle& next,
                                          bool checkRunning, Colour indicator)
 {
-    std::vector<std::string> out{kSavedGameFormat, "code " + EncodePuzzleCode(board),
-                                 "next " + Text(next.GridSize) + " " + Text(next.PathDirection),
-                                 std::string("check ") + (checkRunning ? "on " : "off ") + Text(indicator)};
+    std::vector<std::string> out{
+        kSavedGameFormat, "code " + EncodePuzzleCode(board),
+        "next " + Text(next.GridSize) + " " + Text(next.PathDirection) + " " + WordOf(next.grade),
+        std::string("check ") + (checkRunning ? "on " : "off ") + Text(indicator), "hints " + Text(play.HintCount)};
     std::vector<std::string> links;
     for (int row = 1; row <= board.BoardSpan; row += 2)
         for (int col = 1; col <= board.BoardSpan; col += 2)
@@ -232,6 +283,12 @@ std::vector<std::string> FormatSavedGame(const Board& board, const PlayState& pl
     board.NodeLinks.ForEachStored(
         [&](int a, int b, int value) { pairs.push_back(Text(a) + " " + Text(b) + " " + Text(value)); });
     WriteRecords(out, "pairs", pairs);
+    std::vector<std::string> marks;
+    for (int row = 1; row <= board.BoardSpan; ++row)
+        for (int col = 1; col <= board.BoardSpan; ++col)
+            if (IsLinkCell(row, col) && board.UserMark(row, col) == 1)
+                marks.push_back(Text(row) + " " + Text(col));
+    WriteRecords(out, "marks", marks);
     WriteRecords(out, "undo", play.undolist);
     WriteRecords(out, "redo", play.redolist);
     out.emplace_back("end");

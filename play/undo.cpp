@@ -4,6 +4,7 @@
 
 #include "platform/answer_codes.h"
 #include "play/draw.h"
+#include "play/hint.h"
 #include "play/move.h"
 
 #include <string>
@@ -19,6 +20,7 @@ void ClearUserLinks(Board& board)
             board.UserRight(row, col) = 0;
             board.UserUp(row, col) = 0;
             board.UserDown(row, col) = 0;
+            board.UserMark(row, col) = 0;
         }
     }
     board.NodeLinks.Clear(); // every pair of cell numbers back to 0
@@ -26,6 +28,7 @@ void ClearUserLinks(Board& board)
 
 void UndoNewest(PlayHost& host, Board& board, PlayState& state)
 {
+    ForgetHint(host, state);
     const std::string record = state.undolist.front();
     const Move back = Reversed(ParseMoveRecord(record));
     // A record naming cells off the board (a hand-made or stale one) is dropped unapplied.
@@ -69,6 +72,7 @@ void RedoMove(PlayHost& host, Board& board, PlayState& state)
         return;
     const Move move = ParseMoveRecord(state.redolist.front());
     state.redolist.erase(state.redolist.begin());
+    ForgetHint(host, state);
     if (!OnBoard(board, move.rowA, move.colA) || !OnBoard(board, move.rowB, move.colB)) {
         host.GameChanged(); // the record is gone
         return;

@@ -12,8 +12,8 @@
 namespace tallyon {
 
 // The release handler of undoman. Button 2 asks "Clear all user entries?" and on Yes stops
-// Timer2, clears every user link, redraws the board and then undoes the newest record as any
-// other button does. Does nothing while the history is empty.
+// Timer2, clears every user link and mark, redraws the board and then undoes the newest record
+// as any other button does. Does nothing while the history is empty.
 // An undone record goes to the top of redolist; a reset clears redolist.
 void UndoMove(PlayHost& host, Board& board, PlayState& state, int button);
 

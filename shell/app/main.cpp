@@ -1,5 +1,6 @@
 // Tallyon's entry point: the application object, the main window and the event loop.
 #include "core/board/random.h"
+#include "core/reasoning/grader.h"
 #include "shell/app_dir.h"
 #include "shell/main_window/form1.h"
 
@@ -26,11 +27,12 @@ void ProcessPendingEvents()
 }
 
 // What the command line asks for: an exit code when the program should end at once, else the
-// puzzle code to start with (empty for none) or the saved game.
+// puzzle code to start with (empty for none) or the saved game, and the next puzzle's grade.
 struct CommandLine {
     std::optional<int> exitCode;
     QString puzzleCode;
     bool resume = false;
+    std::optional<tallyon::Grade> grade = std::nullopt;
 };
 
 // Reads the command line before any window system is touched, so that --help and --version
@@ -59,6 +61,13 @@ CommandLine HandleCommandLine(int argc, char* argv[])
                                                  "its links and its undo and redo history. The game is kept in "
                                                  "$XDG_STATE_HOME/tallyon/game (~/.local/state/tallyon/game)."));
     parser.addOption(resume);
+    const QCommandLineOption grade(
+        QStringLiteral("grade"),
+        QStringLiteral("Makes new puzzles of GRADE, easy, medium or hard, as the key G chooses in the game "
+                       "(by default any grade, as they come). Easy needs dead ends and forced links only, "
+                       "Medium also pockets, Hard also regions."),
+        QStringLiteral("GRADE"));
+    parser.addOption(grade);
     // The window system's own options, which QApplication takes later, are let through.
     for (const char* name :
          {"platform", "display", "style", "stylesheet", "geometry", "qwindowgeometry", "qwindowtitle", "qwindowicon",
@@ -94,7 +103,16 @@ CommandLine HandleCommandLine(int argc, char* argv[])
                    stderr);
         return {2, {}};
     }
-    return {std::nullopt, parser.value(puzzle), parser.isSet(resume)};
+    std::optional<tallyon::Grade> chosen;
+    if (parser.isSet(grade)) {
+        chosen = tallyon::GradeNamed(parser.value(grade).toStdString());
+        if (!chosen) {
+            std::fprintf(stderr, "tallyon: unknown grade '%s': use easy, medium or hard\nTry 'tallyon --help'.\n",
+                         qPrintable(parser.value(grade)));
+            return {2, {}};
+        }
+    }
+    return {std::nullopt, parser.value(puzzle), parser.isSet(resume), chosen};
 }
 
 } // namespace
@@ -121,5 +139,8 @@ int main(int argc, char* argv[])
         window.LoadPuzzleCode(command.puzzleCode);
     if (command.resume)
         window.ResumeGame();
+    // Given on the command line, the grade wins over the one a resumed game kept.
+    if (command.grade)
+        window.SetNextGrade(command.grade);
     return QApplication::exec();
 }

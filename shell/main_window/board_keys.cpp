@@ -3,6 +3,7 @@
 
 #include "play/controls.h"
 #include "play/draw.h"
+#include "play/hint.h"
 #include "play/keyboard.h"
 #include "play/undo.h"
 #include "play/verify.h"
@@ -33,6 +34,8 @@ KeyAction ForRelease(int key, Qt::KeyboardModifiers modifiers)
         return {KeyCommand::VerifyRelease};
     if (key == Qt::Key_S)
         return {KeyCommand::SolutionRelease};
+    if (key == Qt::Key_H)
+        return {KeyCommand::HintRelease};
     return {};
 }
 
@@ -51,6 +54,8 @@ KeyAction ActionForKey(int key, Qt::KeyboardModifiers modifiers, bool release, b
             return {KeyCommand::Link, dRow, dCol};
         if (modifiers == Qt::ControlModifier)
             return {KeyCommand::Unlink, dRow, dCol};
+        if (modifiers == Qt::AltModifier && !autoRepeat)
+            return {KeyCommand::Mark, dRow, dCol};
         return {};
     }
     if (modifiers == Qt::ControlModifier) {
@@ -87,6 +92,10 @@ KeyAction ActionForKey(int key, Qt::KeyboardModifiers modifiers, bool release, b
         return {KeyCommand::VerifyPress};
     if (key == Qt::Key_S)
         return {KeyCommand::SolutionPress};
+    if (key == Qt::Key_H)
+        return {KeyCommand::HintPress};
+    if (key == Qt::Key_G)
+        return {KeyCommand::Grade};
     return {};
 }
 
@@ -122,6 +131,9 @@ void BoardKeys::Run(const KeyAction& a)
     case KeyCommand::Unlink:
         KeyLink(host_, board_, state_, a.dRow, a.dCol, a.command == KeyCommand::Link ? 1 : 2);
         return;
+    case KeyCommand::Mark:
+        ToggleMark(host_, board_, state_, a.dRow, a.dCol);
+        return;
     case KeyCommand::Undo:
         UndoMove(host_, board_, state_, 1);
         RedrawWhole();
@@ -145,6 +157,15 @@ void BoardKeys::Run(const KeyAction& a)
     case KeyCommand::SolutionRelease:
         HideSolution(host_, board_);
         break;
+    case KeyCommand::HintPress:
+        HintPress(host_, board_, state_);
+        return;
+    case KeyCommand::HintRelease:
+        HintRelease(host_, state_);
+        return;
+    case KeyCommand::Grade:
+        StepGrade(host_, board_);
+        return;
     case KeyCommand::Instructions:
         ShowInstructions();
         return;

@@ -1,9 +1,10 @@
 // The main window's keys: which play command a key press or release stands for, and the
 // filter that carries them out.
 //
-// Contract: ActionForKey is a pure mapping. Auto-repeated presses of the held keys (V, S) and
-// every auto-repeated release give None, so holding a key acts once on press and once on
-// release; the arrows and the shortcuts repeat while held. Keys that map to None (Tab, Space,
+// Contract: ActionForKey is a pure mapping. Auto-repeated presses of the held keys (V, S, H)
+// and every auto-repeated release give None, so holding a key acts once on press and once on
+// release; so do those of G and Alt+arrow, which toggle; the other arrows and the shortcuts
+// repeat while held. Keys that map to None (Tab, Space,
 // Enter and the rest) go on to the focused control as before.
 #pragma once
 
@@ -24,6 +25,7 @@ enum class KeyCommand {
     MoveCursor,  // an arrow
     Link,        // Shift+arrow
     Unlink,      // Ctrl+arrow
+    Mark,        // Alt+arrow
     Undo,        // Ctrl+Z
     Redo,        // Ctrl+Y, Ctrl+Shift+Z
     NewPuzzle,   // Ctrl+N
@@ -31,6 +33,9 @@ enum class KeyCommand {
     VerifyRelease,
     SolutionPress, // S down
     SolutionRelease,
+    HintPress, // H down
+    HintRelease,
+    Grade,        // G
     Instructions, // F1
     Print,        // Ctrl+P
     FileMenu,     // Alt+F

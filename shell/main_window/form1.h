@@ -45,8 +45,9 @@ public:
     // be used is explained in a message box and leaves the board as it was. Blanks and line
     // ends around the code are ignored.
     bool LoadPuzzleCode(const QString& code);
-    // Puts back the game kept by GameChanged: the puzzle, the player's links, the undo and redo
-    // history, the next puzzle's labels and the check's indicator and timer. A saved game that
+    // Puts back the game kept by GameChanged: the puzzle, the player's links and marks, the undo
+    // and redo history, the hints counted, the next puzzle's labels and grade, and the check's
+    // indicator and timer. A saved game that
     // cannot be used is explained in a message box and moved aside as "game.bad"; the board
     // stays as it was. Returns whether the game was put back.
     bool ResumeGame();
@@ -61,6 +62,7 @@ public:
 
     // PlayHost.
     void SetStatus(const std::string& text) override;
+    std::string Status() const override;
     void SetHoverCaptions(const std::string& row, const std::string& column) override;
     void SetIndicator(Colour colour) override;
     void SetCheckTimer(bool enabled) override;
@@ -71,9 +73,12 @@ public:
     NextPuzzle Next() const override;
     void SetNextGridSize(int size) override;
     void SetNextPathDirection(int direction) override;
+    void SetNextGrade(std::optional<Grade> grade) override;
     int Ask(const std::string& message, const std::string& style) override;
     int PictureWidth() const override;
     std::unique_ptr<Canvas> OpenBoardCanvas() override;
+    std::unique_ptr<Canvas> OpenOverlayCanvas() override;
+    void ClearOverlay() override;
     DrawStyle Style() const override;
     void ApplyLayoutAndColours() override;
     // Writes the game to the saved-game file; a failure shows a status line, once a run.
@@ -107,6 +112,9 @@ private:
     QString statusLog_;
     Colour indicator_ = 0;          // Label8's colour, as the saved game keeps it
     bool saveFailureShown_ = false; // a failed save is reported once a run
+    // The next puzzle's grade (the key G, --grade): a choice of the game in play, kept in the
+    // saved game and never in tallyon.cfg.
+    std::optional<Grade> nextGrade_;
 
     PictureBox* Picture1 = nullptr;
     PictureBox* Picture4 = nullptr;

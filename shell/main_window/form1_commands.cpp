@@ -170,6 +170,8 @@ void Form1::SetStatus(const std::string& text)
         log.write(QByteArray::fromStdString(text + "\n"));
 }
 
+std::string Form1::Status() const { return Label7->text().toStdString(); }
+
 void Form1::SetHoverCaptions(const std::string& row, const std::string& column)
 {
     Label1->setText(QString::fromStdString(row));
@@ -214,7 +216,9 @@ void Form1::SetBoardEnabled(bool enabled)
     Picture4->setEnabled(enabled);
 }
 
-NextPuzzle Form1::Next() const { return {state_.settings.GridSize, state_.StartSideTag}; }
+NextPuzzle Form1::Next() const { return {state_.settings.GridSize, state_.StartSideTag, nextGrade_}; }
+
+void Form1::SetNextGrade(std::optional<Grade> grade) { nextGrade_ = grade; }
 
 void Form1::SetNextGridSize(int size)
 {
@@ -239,6 +243,10 @@ int Form1::PictureWidth() const { return Picture1->WidthTwips(); }
 
 std::unique_ptr<Canvas> Form1::OpenBoardCanvas() { return Picture1->OpenCanvas(); }
 
+std::unique_ptr<Canvas> Form1::OpenOverlayCanvas() { return Picture1->OpenOverlayCanvas(); }
+
+void Form1::ClearOverlay() { Picture1->ClearOverlay(); }
+
 DrawStyle Form1::Style() const
 {
     const Settings& s = state_.settings;
@@ -248,6 +256,7 @@ DrawStyle Form1::Style() const
     style.FontColour = s.FontColour;
     style.UserLineColour = s.UserLineColour;
     style.Background = state_.SchemeColours[kSchemeBackground];
+    style.MarkColour = state_.SchemeColours[kSchemeMarks];
     style.GridLineWidth = std::max(1, s.GridLineWidth);
     style.NodeShape = s.NodeShape;
     style.FontFamily = Picture1->font().family().toStdString();

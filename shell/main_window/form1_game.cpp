@@ -4,6 +4,7 @@
 #include "core/codes/puzzle_code.h"
 #include "play/controls.h"
 #include "play/draw.h"
+#include "play/hint.h"
 #include "play/keyboard.h"
 #include "shell/saved_game_file.h"
 #include "ui/message_box.h"
@@ -46,12 +47,15 @@ bool Form1::ResumeGame()
     SavedGame& game = *read.game;
     SetCheckTimer(false);
     HideErrorMarker();
+    ForgetHint(*this, play_);
     board_ = *game.board;
     play_ = PlayState{};
     play_.undolist = std::move(game.undolist);
     play_.redolist = std::move(game.redolist);
+    play_.HintCount = game.hints;
     SetNextGridSize(game.next.GridSize);
     SetNextPathDirection(game.next.PathDirection);
+    SetNextGrade(game.next.grade);
     ResetCursor(board_, play_);
     DrawBoard(*this, board_, kPuzzleMode);
     SetIndicator(game.indicator);

@@ -35,11 +35,12 @@ PictureBox::PictureBox(QWidget* parent) : QWidget(parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-// Records the calls into the box's list; measuring is done on a small image of the screen's
-// resolution, as painting will; the box repaints when the canvas goes.
+// Records the calls into the box's list, or into its overlay; measuring is done on a small
+// image of the screen's resolution, as painting will; the box repaints when the canvas goes.
 class PictureBox::ListCanvas : public Canvas {
 public:
-    explicit ListCanvas(PictureBox& box) : box_(box), probe_(1, 1, QImage::Format_RGB32)
+    ListCanvas(PictureBox& box, bool overlay)
+        : box_(box), calls_(overlay ? box.overlay_ : box.list_), overlay_(overlay), probe_(1, 1, QImage::Format_RGB32)
     {
         probe_.setDevicePixelRatio(box.devicePixelRatioF());
     }
@@ -47,29 +48,32 @@ public:
 
     void Clear(Colour background) override
     {
-        box_.ForgetList();
+        calls_.Forget();
+        if (overlay_)
+            return;
         box_.painted_ = QImage();
         box_.ground_ = background;
     }
     void Line(int x1, int y1, int x2, int y2, Colour colour, int pen) override
     {
-        box_.Keep({Drawn::Kind::Line, false, 0, x1, y1, x2, y2, colour, pen, 0, 0});
+        Keep({Drawn::Kind::Line, false, 0, x1, y1, x2, y2, colour, pen, 0, 0});
     }
     void Box(int x1, int y1, int x2, int y2, Colour colour, int pen) override
     {
-        box_.Keep({Drawn::Kind::Box, false, 0, x1, y1, x2, y2, colour, pen, 0, 0});
+        Keep({Drawn::Kind::Box, false, 0, x1, y1, x2, y2, colour, pen, 0, 0});
     }
     void FilledBox(int x1, int y1, int x2, int y2, Colour fill) override
     {
-        box_.Keep({Drawn::Kind::FilledBox, false, 0, x1, y1, x2, y2, fill, 0, 0, 0});
+        Keep({Drawn::Kind::FilledBox, false, 0, x1, y1, x2, y2, fill, 0, 0, 0});
     }
     void Circle(int cx, int cy, int radius, Colour outline, int pen, std::optional<Colour> fill) override
     {
-        box_.Keep({Drawn::Kind::Circle, fill.has_value(), 0, cx, cy, radius, 0, outline, pen, fill.value_or(0), 0});
+        Keep({Drawn::Kind::Circle, fill.has_value(), 0, cx, cy, radius, 0, outline, pen, fill.value_or(0), 0});
     }
     void Text(int x, int y, const std::string& text, const FontSpec& font, Colour colour) override
     {
-        box_.KeepText(x, y, text, font, colour);
+        calls_.KeepText(x, y, text, font, colour);
+        Kept();
     }
     TextSize MeasureText(const std::string& text, const FontSpec& font) override
     {
@@ -78,57 +82,76 @@ public:
     }
 
 private:
+    void Keep(const Drawn& drawn)
+    {
+        calls_.drawn.push_back(drawn);
+        Kept();
+    }
+    // The overlay lives only while a key is held and stays short; the picture's own list is
+    // painted into an image when it grows long.
+    void Kept()
+    {
+        if (!overlay_)
+            box_.KeepOnPicture();
+    }
+
     PictureBox& box_;
+    Calls& calls_;
+    bool overlay_;
     QImage probe_;
 };
 
-std::unique_ptr<Canvas> PictureBox::OpenCanvas() { return std::make_unique<ListCanvas>(*this); }
+std::unique_ptr<Canvas> PictureBox::OpenCanvas() { return std::make_unique<ListCanvas>(*this, false); }
 
-void PictureBox::KeepText(int x, int y, const std::string& text, const FontSpec& font, Colour colour)
+std::unique_ptr<Canvas> PictureBox::OpenOverlayCanvas() { return std::make_unique<ListCanvas>(*this, true); }
+
+void PictureBox::ClearOverlay()
+{
+    overlay_.Forget();
+    update();
+}
+
+void PictureBox::Calls::KeepText(int x, int y, const std::string& text, const FontSpec& font, Colour colour)
 {
     const auto same = [&font](const FontSpec& f) {
         return f.points == font.points && f.bold == font.bold && f.family == font.family;
     };
-    auto place = std::find_if(fonts_.begin(), fonts_.end(), same);
-    if (place == fonts_.end())
-        place = fonts_.insert(fonts_.end(), font);
-    const auto fontAt = static_cast<std::uint16_t>(place - fonts_.begin());
-    texts_.push_back(text);
-    Keep({Drawn::Kind::Text, false, fontAt, x, y, 0, 0, colour, 0, 0, static_cast<std::uint32_t>(texts_.size() - 1)});
+    auto place = std::find_if(fonts.begin(), fonts.end(), same);
+    if (place == fonts.end())
+        place = fonts.insert(fonts.end(), font);
+    const auto fontAt = static_cast<std::uint16_t>(place - fonts.begin());
+    texts.push_back(text);
+    drawn.push_back(
+        {Drawn::Kind::Text, false, fontAt, x, y, 0, 0, colour, 0, 0, static_cast<std::uint32_t>(texts.size() - 1)});
 }
 
-void PictureBox::Keep(const Drawn& drawn)
+void PictureBox::KeepOnPicture()
 {
-    drawn_.push_back(drawn);
-    if (drawn_.size() < kMostKept)
+    if (list_.drawn.size() < kMostKept)
         return;
     QImage image(size() * devicePixelRatioF(), QImage::Format_RGB32);
     image.setDevicePixelRatio(devicePixelRatioF());
     QPainter painter(&image);
-    PaintPicture(painter);
+    PaintOwn(painter);
     painter.end();
     painted_ = image;
-    ForgetList();
+    list_.Forget();
 }
 
-void PictureBox::ForgetList()
+void PictureBox::Calls::Forget()
 {
-    if (drawn_.capacity() > kRedrawCalls) {
-        drawn_ = {};
-        texts_ = {};
+    if (drawn.capacity() > kRedrawCalls) {
+        drawn = {};
+        texts = {};
     }
-    drawn_.clear();
-    texts_.clear();
-    fonts_.clear();
+    drawn.clear();
+    texts.clear();
+    fonts.clear();
 }
 
-void PictureBox::PaintPicture(QPainter& painter) const
+void PictureBox::Calls::PaintOn(Canvas& canvas) const
 {
-    painter.fillRect(QRect(QPoint(0, 0), size()), ToQColor(ground_.value_or(back_)));
-    if (!painted_.isNull())
-        painter.drawImage(QPointF(0, 0), painted_);
-    QPainterCanvas canvas(painter, 96.0, 1.0);
-    for (const Drawn& d : drawn_) {
+    for (const Drawn& d : drawn) {
         switch (d.kind) {
         case Drawn::Kind::Line:
             canvas.Line(d.x1, d.y1, d.x2, d.y2, d.colour, d.pen);
@@ -143,10 +166,26 @@ void PictureBox::PaintPicture(QPainter& painter) const
             canvas.Circle(d.x1, d.y1, d.x2, d.colour, d.pen, d.filled ? std::optional<Colour>(d.fill) : std::nullopt);
             break;
         case Drawn::Kind::Text:
-            canvas.Text(d.x1, d.y1, texts_[d.text], fonts_[d.font], d.colour);
+            canvas.Text(d.x1, d.y1, texts[d.text], fonts[d.font], d.colour);
             break;
         }
     }
+}
+
+void PictureBox::PaintOwn(QPainter& painter) const
+{
+    painter.fillRect(QRect(QPoint(0, 0), size()), ToQColor(ground_.value_or(back_)));
+    if (!painted_.isNull())
+        painter.drawImage(QPointF(0, 0), painted_);
+    QPainterCanvas canvas(painter, 96.0, 1.0);
+    list_.PaintOn(canvas);
+}
+
+void PictureBox::PaintPicture(QPainter& painter) const
+{
+    PaintOwn(painter);
+    QPainterCanvas canvas(painter, 96.0, 1.0);
+    overlay_.PaintOn(canvas);
 }
 
 QImage PictureBox::Image() const

@@ -6,7 +6,9 @@
 // was drawn is kept as the list of drawing calls since the last Clear and painted again when
 // the widget is shown: the window's own buffer already holds the pixels, and a second picture
 // of them would cost as much memory again. A list grown very long is painted into an image
-// once and goes on from there. Before anything is drawn the widget shows its back colour.
+// once and goes on from there. Before anything is drawn the widget shows its back colour. An
+// overlay, a second list of calls painted over the picture, holds what shows only for a while
+// (a hint): dropping it leaves the picture's own pixels exactly as they were.
 // Mouse events are passed on with button codes 1 left, 2 right, 4 middle, the shift state, and
 // the position in twips.
 #pragma once
@@ -33,6 +35,10 @@ public:
 
     // A canvas on the picture (twips, 15 per logical pixel).
     std::unique_ptr<Canvas> OpenCanvas();
+    // A canvas on the overlay, and the overlay dropped. A Clear on the overlay's canvas drops
+    // the overlay as well; it never clears the picture.
+    std::unique_ptr<Canvas> OpenOverlayCanvas();
+    void ClearOverlay();
     // The picture as it stands, painted into an image of the widget's size.
     QImage Image() const;
     // The colour shown where nothing is drawn yet.
@@ -63,19 +69,30 @@ private:
         Colour fill = 0;
         std::uint32_t text = 0; // a text's place in texts_
     };
-    class ListCanvas;
-    // Paints the picture: the ground, the image a long list was painted into, then the list.
-    void PaintPicture(QPainter& painter) const;
-    void Keep(const Drawn& drawn);
-    void KeepText(int x, int y, const std::string& text, const FontSpec& font, Colour colour);
-    // Forgets the list, and gives its memory back when it had grown long.
-    void ForgetList();
+    // A list of drawing calls with the texts and fonts they name.
+    struct Calls {
+        std::vector<Drawn> drawn;
+        std::vector<std::string> texts; // the texts of the Text calls, in order
+        std::vector<FontSpec> fonts;    // each font the Text calls use, once
 
-    std::vector<Drawn> drawn_;       // since the last Clear, or since `painted_` was made
-    std::vector<std::string> texts_; // the texts of the list's Text calls, in order
-    std::vector<FontSpec> fonts_;    // each font the list's Text calls use, once
-    std::optional<Colour> ground_;   // the last Clear's colour
-    QImage painted_;                 // a long list painted once; null until one grew so long
+        void KeepText(int x, int y, const std::string& text, const FontSpec& font, Colour colour);
+        void PaintOn(Canvas& canvas) const;
+        // Forgets the calls, and gives their memory back when the list had grown long.
+        void Forget();
+    };
+    class ListCanvas;
+    // Paints the picture's own pixels: the ground, the image a long list was painted into,
+    // then the list.
+    void PaintOwn(QPainter& painter) const;
+    // The picture's own pixels, then the overlay.
+    void PaintPicture(QPainter& painter) const;
+    // Keeps a call of the picture's own list, painting a long list into `painted_`.
+    void KeepOnPicture();
+
+    Calls list_;                   // since the last Clear, or since `painted_` was made
+    Calls overlay_;                // painted over everything, until dropped
+    std::optional<Colour> ground_; // the last Clear's colour
+    QImage painted_;               // a long list painted once; null until one grew so long
     Colour back_ = fixed::White;
 };
 

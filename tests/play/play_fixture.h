@@ -22,7 +22,9 @@ inline constexpr int kPictureWidth = 8400;
 // Distinct colours so that every drawing can be told apart.
 inline DrawStyle TestStyle()
 {
-    return {RGB(1, 2, 3), RGB(4, 5, 6), RGB(7, 8, 9), RGB(128, 0, 0), RGB(250, 251, 252), 2};
+    DrawStyle style{RGB(1, 2, 3), RGB(4, 5, 6), RGB(7, 8, 9), RGB(128, 0, 0), RGB(250, 251, 252), 2};
+    style.MarkColour = RGB(90, 91, 92);
+    return style;
 }
 
 // Hands every call on to another canvas that outlives it.
@@ -54,6 +56,7 @@ public:
     int answer = 6, asked = 0;
     DrawStyle style = TestStyle();
     RecordingCanvas canvas;
+    RecordingCanvas overlay; // what the overlay holds now: ClearOverlay empties it
     Canvas* target = nullptr;
     std::vector<std::string> requests;
 
@@ -73,6 +76,7 @@ public:
     }
 
     void SetStatus(const std::string& text) override { status = text, Note("status:" + text); }
+    std::string Status() const override { return status; }
     void SetHoverCaptions(const std::string& r, const std::string& c) override { rowCaption = r, columnCaption = c; }
     void SetIndicator(Colour colour) override { Note("indicator:" + ColourText(colour)); }
     void SetCheckTimer(bool enabled) override { timer = enabled, Note(enabled ? "timer:on" : "timer:off"); }
@@ -95,12 +99,19 @@ public:
         startSideCaption = StartSideCaption(direction);
         Note("next-direction:" + std::to_string(direction));
     }
+    void SetNextGrade(std::optional<Grade> grade) override
+    {
+        next.grade = grade;
+        Note("next-grade:" + std::string(grade ? GradeName(*grade) : "Any"));
+    }
     int Ask(const std::string& message, const std::string&) override { return Note("ask:" + message), ++asked, answer; }
     int PictureWidth() const override { return kPictureWidth; }
     std::unique_ptr<Canvas> OpenBoardCanvas() override
     {
         return std::make_unique<ForwardingCanvas>(target ? *target : canvas);
     }
+    std::unique_ptr<Canvas> OpenOverlayCanvas() override { return std::make_unique<ForwardingCanvas>(overlay); }
+    void ClearOverlay() override { overlay.Reset(), Note("overlay-cleared"); }
     DrawStyle Style() const override { return style; }
     void ApplyLayoutAndColours() override { Note("layout"); }
     void GameChanged() override { Note("saved"); }

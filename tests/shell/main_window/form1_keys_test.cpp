@@ -65,7 +65,10 @@ private slots:
             {Qt::Key_Right, ctrl, false, false, K::Unlink, 0, 1},
             {Qt::Key_Up, ctrl | pad, false, false, K::Unlink, -1, 0},
             {Qt::Key_Down, ctrl | shift, false, false, K::None, 0, 0},
-            {Qt::Key_Left, alt | pad, false, false, K::None, 0, 0},
+            {Qt::Key_Left, alt | pad, false, false, K::Mark, 0, -1},
+            {Qt::Key_Up, alt, false, false, K::Mark, -1, 0},
+            {Qt::Key_Up, alt, false, true, K::None, 0, 0},
+            {Qt::Key_Down, alt | shift, false, false, K::None, 0, 0},
             {Qt::Key_Left, none, true, false, K::None, 0, 0},
             {Qt::Key_Z, ctrl, false, false, K::Undo, 0, 0},
             {Qt::Key_Y, ctrl, false, true, K::Redo, 0, 0},
@@ -83,6 +86,14 @@ private slots:
             {Qt::Key_V, none, true, true, K::None, 0, 0},
             {Qt::Key_S, pad, false, false, K::SolutionPress, 0, 0},
             {Qt::Key_S, none, true, false, K::SolutionRelease, 0, 0},
+            {Qt::Key_H, none, false, false, K::HintPress, 0, 0},
+            {Qt::Key_H, none, false, true, K::None, 0, 0},
+            {Qt::Key_H, pad, true, false, K::HintRelease, 0, 0},
+            {Qt::Key_H, none, true, true, K::None, 0, 0},
+            {Qt::Key_H, ctrl, false, false, K::None, 0, 0},
+            {Qt::Key_G, none, false, false, K::Grade, 0, 0},
+            {Qt::Key_G, none, false, true, K::None, 0, 0},
+            {Qt::Key_G, none, true, false, K::None, 0, 0},
             {Qt::Key_V, ctrl, true, false, K::None, 0, 0},
             {Qt::Key_S, shift, false, false, K::None, 0, 0},
             {Qt::Key_Space, none, false, false, K::None, 0, 0},
@@ -244,7 +255,7 @@ private slots:
 
         f.NewPuzzle();
         const QByteArray saved = ReadBytes(folder + "/game");
-        QVERIFY(saved.startsWith("Tallyon saved game, format 1\r\ncode T1-"));
+        QVERIFY(saved.startsWith("Tallyon saved game, format 2\r\ncode T1-"));
         {
             FileSizeLimit full;
             const Board& b = f.window.board();
