@@ -123,11 +123,16 @@ void BoardPainter::UserLinks()
 
 void BoardPainter::Marks()
 {
+    KeyNodeMarks();
+    Xs();
+}
+
+void BoardPainter::KeyNodeMarks()
+{
     if (look_.keyNodes == KeyNodeKind::Rings)
         Rings();
     else
         InvertedKeyNodes();
-    Xs();
 }
 
 void BoardPainter::Hint(const HintPicture& hint)
@@ -146,7 +151,7 @@ void BoardPainter::Hint(const HintPicture& hint)
             canvas_.Circle(X(node.col), Y(node.row), look_.lookRingRadius, look_.lookRingColour, look_.lookRingPen,
                            std::nullopt);
     if (hint.forced)
-        Marks();
+        KeyNodeMarks();
 }
 
 void BoardPainter::UserMark(int row, int col)

@@ -138,7 +138,8 @@ public:
     void Marks();
     // A hint over the board as it stands: the ruled-out links dimmed, the forced link, the
     // frame around a wrong one, the rings around the nodes to look at, and the key nodes'
-    // marks again where a forced link's line crossed them. Cells off the board are skipped.
+    // rings again where a forced link's line may have crossed them. Cells off the board are
+    // skipped.
     void Hint(const HintPicture& hint);
 
 private:
@@ -147,6 +148,8 @@ private:
     void CentredText(int x, int y, const std::string& text, const FontSpec& font, Colour colour);
     void NodeShape(int row, int col, Colour outline, Colour fill);
     void Digit(int row, int col, Colour colour);
+    // The key nodes' rings, or the key nodes inverted.
+    void KeyNodeMarks();
     void Rings();
     void InvertedKeyNodes();
     void Xs();
