@@ -180,6 +180,32 @@ private slots:
         QVERIFY(differing > int(path.size()) * 10);
     }
 
+    // The player's marks are the screen's alone: the printed page's drawing calls and the
+    // clipboard's pictures are the same with a mark on every link cell as with none.
+    void marksNeverReachPaperOrTheClipboard()
+    {
+        const auto plain = MakePuzzle(5, kSideLeft);
+        auto marked = std::make_unique<Board>(*plain);
+        for (int row = 1; row <= marked->BoardSpan; ++row)
+            for (int col = 1; col <= marked->BoardSpan; ++col)
+                marked->UserMark(row, col) = IsLinkCell(row, col) ? 1 : 0;
+        OutputOptions options;
+        for (const int mode : {kPuzzleMode, kSolutionMode}) {
+            RecordingCanvas page, markedPage;
+            PrintBoard(page, *plain, kTwipsPerInch, kTwipsPerInch, mode, options);
+            PrintBoard(markedPage, *marked, kTwipsPerInch, kTwipsPerInch, mode, options);
+            QCOMPARE(markedPage.Ops().size(), page.Ops().size());
+            for (std::size_t i = 0; i < page.Ops().size(); ++i)
+                QVERIFY(markedPage.Ops()[i].kind == page.Ops()[i].kind && markedPage.Ops()[i].x1 == page.Ops()[i].x1 &&
+                        markedPage.Ops()[i].y2 == page.Ops()[i].y2 &&
+                        markedPage.Ops()[i].colour == page.Ops()[i].colour);
+            CopyBoardPicture(*plain, mode, options);
+            const QImage copied = QGuiApplication::clipboard()->image();
+            CopyBoardPicture(*marked, mode, options);
+            QCOMPARE(QGuiApplication::clipboard()->image(), copied);
+        }
+    }
+
     // At every size, from both sides, puzzle and solution, on a picture the size of the board
     // picture: the clipboard's picture holds the whole board, the "X"s and the footer, with
     // white all round its edges and as much room left of the ink as right of it.
