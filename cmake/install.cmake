@@ -55,6 +55,9 @@ set_target_properties(tallyon_print_module PROPERTIES INSTALL_RPATH "")
 install(TARGETS tallyon_print_module LIBRARY DESTINATION ${TALLYON_INSTALL_APPDIR}/plugins)
 install(FILES ${TALLYON_DATA_DIR}/all.col ${TALLYON_DATA_DIR}/tallyon.htm
         DESTINATION ${TALLYON_INSTALL_APPDIR})
+# The help page's pictures, beside it.
+file(GLOB TALLYON_HELP_PICTURES ${PROJECT_SOURCE_DIR}/docs/hint-*.png)
+install(FILES ${TALLYON_HELP_PICTURES} DESTINATION ${TALLYON_INSTALL_APPDIR})
 install(DIRECTORY ${TALLYON_DATA_DIR}/artwork DESTINATION ${TALLYON_INSTALL_APPDIR})
 
 # bin/tallyon -> ../lib/tallyon/tallyon, and the same in games/, where Debian looks for a

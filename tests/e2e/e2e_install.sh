@@ -34,7 +34,8 @@ check_link() {
 
 check_layout() {
   local f size
-  for f in tallyon plugins/tallyon-print.so all.col tallyon.htm artwork/tallyon.svg; do
+  for f in tallyon plugins/tallyon-print.so all.col tallyon.htm hint-dead-end.png hint-forced-link.png hint-pocket.png \
+    hint-region.png artwork/tallyon.svg; do
     [ -f "$APPDIR/$f" ] || fail "missing $APPDIR/$f"
   done
   check_link "$PREFIX"

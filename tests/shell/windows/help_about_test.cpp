@@ -6,7 +6,9 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextDocument>
 
 #include <functional>
 
@@ -75,6 +77,30 @@ private slots:
 
         form.Command3->click();
         QVERIFY(!form.isVisible());
+    }
+
+    // The help page as the build lays it beside the program: each of its pictures is found
+    // beside it and shows, in the section on hints.
+    void everyPictureOfTheHelpPageLiesBesideIt()
+    {
+        AppState state = SchemeState();
+        Form4 form(state);
+        form.resize(720, 900);
+        form.show();
+        form.Navigate(QStringLiteral(TALLYON_BIN_DIR "/tallyon.htm"));
+        QStringList pictures;
+        for (QTextBlock block = form.WebBrowser1->document()->begin(); block.isValid(); block = block.next())
+            for (auto it = block.begin(); !it.atEnd(); ++it)
+                if (it.fragment().charFormat().isImageFormat())
+                    pictures << it.fragment().charFormat().toImageFormat().name();
+        QCOMPARE(pictures,
+                 QStringList({"hint-dead-end.png", "hint-forced-link.png", "hint-pocket.png", "hint-region.png"}));
+        for (const QString& name : pictures) {
+            const QVariant loaded = form.WebBrowser1->loadResource(QTextDocument::ImageResource, QUrl(name));
+            QVERIFY2(!QImage::fromData(loaded.toByteArray()).isNull(), qPrintable(name));
+        }
+        FollowAnchor(form, QStringLiteral("hints"));
+        SaveScreenshot(form, QStringLiteral("help_window_hints.png"));
     }
 
     // OK, Esc on the text or on the window, or a click on the text each close the about window.
