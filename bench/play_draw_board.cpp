@@ -1,9 +1,10 @@
 // Benchmark: a full board redraw (DrawBoard mode 0) of a 10x10 puzzle on a screen-sized image,
-// the redraw of one move, and one move with the save of the game that follows it (to a
-// scratch state folder, with a history of a hundred moves).
+// the redraw of one move, a hint (its reasoning and its drawing), and one move with the save of
+// the game that follows it (to a scratch state folder, with a history of a hundred moves).
 #include "core/generator/generator.h"
 #include "platform/qpainter_canvas.h"
 #include "play/draw.h"
+#include "play/hint.h"
 #include "play/move.h"
 #include "play/saved_game.h"
 #include "shell/saved_game_file.h"
@@ -85,6 +86,10 @@ int main(int argc, char** argv)
            [&](Canvas& canvas, int) { DrawBoard(canvas, board, style, kPuzzleMode); });
     Report("DrawMove, one link made or removed", "0.1 ms", image,
            [&](Canvas& canvas, int run) { DrawMove(canvas, board, style, run % 2 ? Reversed(move) : move); });
+
+    Report("A hint's second press: FindHint and its drawing", "10 ms", image, [&](Canvas& canvas, int) {
+        DrawHint(canvas, board, style, HintPictureOf(FindHint(board), HintStage::Second));
+    });
 
     QTemporaryDir state;
     qputenv("XDG_STATE_HOME", state.path().toLocal8Bit());
