@@ -1,5 +1,6 @@
-// Tests of the settings files on disk: tallyon.cfg's round trip and separators, and one table of
-// damaged input for tallyon.cfg and all.col (the fresh install is its "missing" row).
+// Tests of the files on disk: tallyon.cfg's round trip and separators, the saved game's place,
+// and one table of damaged input for tallyon.cfg and all.col (the fresh install is its
+// "missing" row).
 #include "shell/app_dir.h"
 #include "shell/config_file.h"
 #include "shell/saved_game_file.h"
