@@ -138,6 +138,13 @@ TEST(Hint, EachKindNamesItsNodesAndLinks)
          "20-21 21-22 22-23",
          "Skipping the Hint: joining Start's chain to End's would leave out the Hint (row 5, columns 4 and 5)",
          "Row 5, columns 4 and 5 would skip the Hint: link the 2 in row 5, column 4 to the 2 above it"},
+        // 18 leads only into the chain 17-12-13, so 13 takes 14.
+        {Rule::Region,
+         {15, 16, 17, 12, 13, 14, 9},
+         "0-1 0-5 1-2 1-6 2-3 3-4 3-8 5-10 7-12 8-9 9-14 10-15 12-13 12-17 13-14 13-18 15-16 15-20 16-17 17-18 20-21",
+         "17-12 12-13",
+         "Region: free nodes leading back into one chain cannot be on the path (the 2 in row 4, column 4)",
+         "The 2 in row 4, column 4 leads to one chain: link the 2 in row 3, column 4 to the 2 on its right"},
         // The loop of 2, 3, 4, 7, 8 and 9 hangs on 12 alone.
         {Rule::Pocket,
          {15, 10, 11, 12, 13, 14, 19},
