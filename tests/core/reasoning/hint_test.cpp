@@ -58,6 +58,28 @@ TEST(Hint, FollowedAloneSolvesEveryPuzzle)
         }
 }
 
+// The player's links and marks are read from every link cell of every size, each as the one
+// link between the nodes on either side of it.
+TEST(Hint, ReadsEveryLinkAndMarkOfTheBoard)
+{
+    for (int size = 4; size <= 10; ++size) {
+        auto board = FreshBoard(size);
+        ForEachLatticeLink(size + 1, [&](int a, int b) {
+            const CellAt cell = LinkCellBetween(size, a, b);
+            board->UserMark(cell.row, cell.col) = 1;
+            EXPECT_EQ(MarkedLinkSet(*board), LinkBetween(a, b))
+                << "size " << size << " cell " << cell.row << "," << cell.col;
+            board->UserMark(cell.row, cell.col) = 0;
+            MakeUserLink(*board, a, b);
+            EXPECT_EQ(UserLinkSet(*board), LinkBetween(a, b)) << "size " << size << " link " << a << "-" << b;
+            board->UserRight.Fill(0);
+            board->UserLeft.Fill(0);
+            board->UserDown.Fill(0);
+            board->UserUp.Fill(0);
+        });
+    }
+}
+
 // A wrong link comes before any deduction, its arithmetic first; then a wrong mark.
 TEST(Hint, WrongLinksAndMarksComeFirst)
 {
@@ -83,6 +105,7 @@ TEST(Hint, WrongLinksAndMarksComeFirst)
     EXPECT_EQ(h.kind, HintKind::WrongMark);
     EXPECT_EQ(h.first, "The cross between row 1, columns 1 and 2 is wrong: that link is on the path");
     board->UserMark(1, 2) = 0;
+    board->UserMark(2, 1) = 1; // 0-5, rows 1 and 2 in column 1: off the path, rightly marked
     EXPECT_EQ(FindHint(*board).kind, HintKind::Deduction);
     for (const int v : {0, 2, 3})
         MakeUserLink(*board, v, v + 1);
