@@ -226,8 +226,7 @@ int main(int argc, char** argv)
         return 0;
     }
     SetBuildBound(kBuildBound);
-    const std::optional<Grade> grade =
-        o.grade < 0 ? std::nullopt : std::optional<Grade>(static_cast<Grade>(o.grade));
+    const std::optional<Grade> grade = o.grade < 0 ? std::nullopt : std::optional<Grade>(static_cast<Grade>(o.grade));
     for (int i = 1; i <= o.count; ++i) {
         board->GridSize = o.size;
         const PuzzleStats stats = BuildPuzzle(*board, o.sideTag, kPictureWidth, o.trace ? 1 : 0, grade);

@@ -12,7 +12,11 @@
 namespace tallyon {
 namespace {
 
+// Choices of valid links tried for one path before it is given up: first drawn as they come,
+// as many times as a small board makes cheap (where a grade comes often enough that way, and
+// with the look of a puzzle of no grade), then shaped for the grade.
 constexpr int kShapingTries = 4;
+int NaturalDraws(int gridSize) { return gridSize <= 4 ? 20 : gridSize == 5 ? 4 : 0; }
 
 } // namespace
 
@@ -138,9 +142,10 @@ bool CheckDecoys(Board& board, std::optional<Grade> grade)
                     board.CellState(r + p[0], c + p[1]) = kCheckedMark;
             }
     FillEmptyCells(board);
-    // Shaping for a grade starts from a fresh random choice of side roads each time it gives up.
-    for (int tries = 0; tries < kShapingTries; ++tries)
-        if (ChooseValidLinks(board, grade))
+    // Each try starts from a fresh random choice of side roads.
+    const int natural = grade ? NaturalDraws(board.GridSize) : 0;
+    for (int tries = 0; tries < natural + kShapingTries; ++tries)
+        if (ChooseValidLinks(board, grade, tries >= natural))
             return true;
     return false;
 }

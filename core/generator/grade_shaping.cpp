@@ -30,8 +30,8 @@ void Shuffle(std::vector<T>& items)
 } // namespace
 
 GradeShaper::GradeShaper(LinkGraph& open, const std::vector<int>& pathNodes, int hint, std::optional<Grade> grade)
-    : open_(open), pathNodes_(pathNodes), wanted_(grade), grade_(grade.value_or(Grade::Hard)), start_(pathNodes.front()),
-      hint_(pathNodes[static_cast<std::size_t>(hint)]), end_(pathNodes.back()),
+    : open_(open), pathNodes_(pathNodes), wanted_(grade), grade_(grade.value_or(Grade::Hard)),
+      start_(pathNodes.front()), hint_(pathNodes[static_cast<std::size_t>(hint)]), end_(pathNodes.back()),
       place_(static_cast<std::size_t>(open.side * open.side), -1)
 {
     for (std::size_t i = 0; i < pathNodes.size(); ++i) {
@@ -160,8 +160,8 @@ bool GradeShaper::Simplify()
         if (s.solved)
             return true;
         const LinkSet undecided = s.known.possible.Without(s.known.forced);
-        const NodeSet chained = ToLinkGraph(s.known.forced, side).Neighbours(path_) | NodeBit(start_) |
-                                NodeBit(hint_) | NodeBit(end_);
+        const NodeSet chained =
+            ToLinkGraph(s.known.forced, side).Neighbours(path_) | NodeBit(start_) | NodeBit(hint_) | NodeBit(end_);
         std::vector<std::pair<int, int>> stalled, atChains;
         ForEachLink(undecided, side, [&](int a, int b) {
             if (IsPathLink(a, b))
@@ -288,7 +288,8 @@ bool GradeShaper::Complicate()
     // Links between free nodes first: they make the groups harder to see through while leaving
     // the path nodes' counts of valid links as they are, which would otherwise give them away.
     std::vector<std::pair<int, int>> closed = ClosedLinks();
-    std::stable_partition(closed.begin(), closed.end(), [&](const auto& l) { return !OnPath(l.first) && !OnPath(l.second); });
+    std::stable_partition(closed.begin(), closed.end(),
+                          [&](const auto& l) { return !OnPath(l.first) && !OnPath(l.second); });
     for (const auto& [a, b] : closed) {
         open_.SetLink(a, b, true);
         if (!SolvedBy(grade_)) {

@@ -80,37 +80,45 @@ public:
         }
     }
 
-    bool Run()
+    bool Run(bool shape)
     {
         OpenShortcuts();
         SetOwners(FormSideGroups(pathNodes_, open_, Shares().mergeRoad));
         OpenGroupLinks(open_);
         TryOtherLinks();
         GradeShaper shaper(open_, pathNodes_, hint_, grade_);
-        bool shaped = !grade_ || shaper.Shape();
-        if (shaped && grade_)
+        if (!grade_ || !shape) {
+            shaper.RaiseValidShare(kMostPercent);
+            BalanceDegrees(open_, pathNodes_, hint_, {Shares().validFloor, Shares().roadFloor});
+            WriteDigits();
+            return MostValid(shaper) && shaper.HasGrade();
+        }
+        bool shaped = shaper.Shape();
+        if (shaped)
             shaper.AddRoads(Shares().roadFloor);
         if (shaped && grade_ == Grade::Easy)
             shaper.Enrich();
         // Most links off the path are valid in every puzzle, not only on average.
         shaped = shaped && shaper.RaiseValidShare(kMostPercent);
         BalanceCheck check;
-        if (grade_ && shaped)
+        if (shaped)
             check = [&shaper](const LinkGraph&) { return shaper.HasGrade(); };
-        BalanceDegrees(open_, pathNodes_, hint_, Floors(), check);
+        BalanceDegrees(open_, pathNodes_, hint_, ShapedFloors(), check);
         WriteDigits();
-        return shaped && 100 * shaper.ValidOffPath() > kMostPercent * shaper.OffPath();
+        return shaped && MostValid(shaper);
     }
 
 private:
+    // Breaking a block of all-valid links may close links below any floor: only the end counts.
+    static bool MostValid(const GradeShaper& shaper)
+    {
+        return 100 * shaper.ValidOffPath() > kMostPercent * shaper.OffPath();
+    }
     // A puzzle shaped for a grade keeps fewer of its groups' links (Easy's side roads are trees,
     // Medium's groups pockets), and the balancing needs room to close links that would give the
     // path away by their count: links are closed down to just over half, not to the share the
-    // puzzles of no grade keep.
-    BalanceFloors Floors() const
-    {
-        return {grade_ ? kMostPercent + 1 : Shares().validFloor, Shares().roadFloor};
-    }
+    // puzzles drawn as they come keep.
+    BalanceFloors ShapedFloors() const { return {kMostPercent + 1, Shares().roadFloor}; }
     const DecoyShares& Shares() const
     {
         return kDecoyShares[static_cast<std::size_t>(std::clamp(b_.GridSize, kSmallestGrid, 10) - kSmallestGrid)];
@@ -316,6 +324,9 @@ private:
 
 } // namespace
 
-bool ChooseValidLinks(Board& board, std::optional<Grade> grade) { return LinkChooser(board, grade).Run(); }
+bool ChooseValidLinks(Board& board, std::optional<Grade> grade, bool shape)
+{
+    return LinkChooser(board, grade).Run(shape);
+}
 
 } // namespace tallyon

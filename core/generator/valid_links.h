@@ -7,9 +7,10 @@
 // the only simple chain of valid links from Start through the Hint to End, by the argument
 // of valid_links.cpp and shortcuts.h, and most path nodes have a valid side road.
 //
-// With a grade, the choice is shaped so that the puzzle is of that grade (grade_shaping.h) and
-// the balancing keeps it so; false when the shaping gave up, the links then left as chosen
-// without it.
+// With a grade, the choice is drawn as it is for no grade and kept when the puzzle happens to
+// be of that grade, or, with `shape`, shaped so that it is (grade_shaping.h), the balancing
+// keeping it so. False when the puzzle is not of the grade, or when most links off the path
+// could not be made valid; the links are then left as chosen.
 #pragma once
 
 #include "core/board/board.h"
@@ -19,6 +20,6 @@
 
 namespace tallyon {
 
-bool ChooseValidLinks(Board& board, std::optional<Grade> grade = std::nullopt);
+bool ChooseValidLinks(Board& board, std::optional<Grade> grade = std::nullopt, bool shape = true);
 
 } // namespace tallyon

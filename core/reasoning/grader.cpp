@@ -82,8 +82,10 @@ Settled SettleWithin(Grade grade, const LinkGraph& valid, int start, int hint, i
     const ReasoningSteps steps(valid.side, start, hint, end);
     GradeReport r;
     r.known = steps.Begin(valid);
-    const bool consistent = SettleWithin(steps, GradeSteps(grade), r);
-    return {r.known, consistent && steps.Solved(r.known)};
+    // Knowledge that contradicts itself is never solved, so whether the settling ended on a
+    // contradiction needs no telling apart here.
+    SettleWithin(steps, GradeSteps(grade), r);
+    return {r.known, steps.Solved(r.known)};
 }
 
 bool SolvedWithin(Grade grade, const LinkGraph& valid, int start, int hint, int end)

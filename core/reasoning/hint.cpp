@@ -135,7 +135,9 @@ private:
     }
 
     // The last deduction forces a link; the ones before it that ruled out links at its node, or
-    // at the nodes those ruled out, are its reasons. The hardest kind among them is shown.
+    // at the nodes those ruled out, are its reasons, all shown as ruled out. The hardest kind
+    // among those that ruled out a link at the node itself is the one named, with every reason
+    // of that kind: a dead end behind a dead end is one dead-end road.
     Hint FromDeductions(const std::vector<Deduction>& taken)
     {
         const Deduction& forcing = taken.back();
@@ -144,34 +146,40 @@ private:
         const int y = a == x ? b : a;
         NodeSet traced = forcing.about;
         std::vector<const Deduction*> reasons;
+        Hint h;
+        h.kind = HintKind::Deduction;
+        h.rule = Rule::TakeLinks;
         for (std::size_t i = taken.size() - 1; i-- > 0;) {
             const Deduction& d = taken[i];
             if ((d.dropped & LinksAt(traced)).Empty())
                 continue;
             reasons.push_back(&d);
+            const bool atX = !(d.dropped & LinksAt(forcing.about)).Empty();
+            if (atX && (h.rule == Rule::TakeLinks || Rank(d.rule) > Rank(h.rule)))
+                h.rule = d.rule;
             if (RulesOutNodes(d.rule))
                 traced |= d.about;
         }
-        Hint h;
-        h.kind = HintKind::Deduction;
-        h.rule = Rule::TakeLinks;
-        for (const Deduction* d : reasons)
-            if (Rank(d->rule) > Rank(h.rule) || h.rule == Rule::TakeLinks)
-                h.rule = d->rule;
-        NodeSet about = 0;
+        // The named kind's reasons at the node, and those of the same kind that join on to them.
+        const Deduction* shown = &forcing;
+        NodeSet about = forcing.about;
         LinkSet ruledOut, shownLink;
         for (const Deduction* d : reasons) {
             ruledOut = ruledOut | d->dropped;
-            if (d->rule == h.rule) {
-                about |= d->about;
-                shownLink = shownLink.Empty() ? d->dropped : shownLink;
+            if (shown == &forcing && d->rule == h.rule && !(d->dropped & LinksAt(forcing.about)).Empty()) {
+                shown = d;
+                about = d->about;
+                shownLink = d->dropped;
             }
         }
-        if (h.rule == Rule::TakeLinks)
-            about = forcing.about;
-        const Deduction* shown =
-            reasons.empty() ? &forcing
-                            : *std::find_if(reasons.begin(), reasons.end(), [&](auto d) { return d->rule == h.rule; });
+        for (bool grown = shown != &forcing; grown;) {
+            grown = false;
+            for (const Deduction* d : reasons)
+                if (d->rule == h.rule && (d->about & ~about) && !(d->dropped & LinksAt(about)).Empty()) {
+                    about |= d->about;
+                    grown = true;
+                }
+        }
         for (const int v : NodesOf(about | forcing.about))
             h.look.push_back(NodeCell(v));
         ForEachLink(ruledOut, side_, [&](int p, int q) { h.ruledOut.push_back(LinkCell(p, q)); });

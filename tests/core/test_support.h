@@ -38,6 +38,12 @@ struct TickingClock {
     std::uint64_t now = 1;
 };
 
+// Every puzzle the core tests build is made within this many builds, or the build gives up
+// (PuzzleStats::GaveUp): a generator that rejects every puzzle then fails the tests that ask
+// for a puzzle at once, instead of running them into their time limit.
+inline constexpr int kTestBuildBound = 40;
+inline const bool kTestBuildBoundSet = (SetBuildBound(kTestBuildBound), true);
+
 // Puzzles per grid size and start side in the long suites; fewer under the sanitizers.
 inline int PuzzlesPerCase()
 {

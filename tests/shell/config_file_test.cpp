@@ -1,7 +1,9 @@
-// Tests of the settings files on disk: tallyon.cfg's round trip and separators, and one table of
-// damaged input for tallyon.cfg and all.col (the fresh install is its "missing" row).
+// Tests of the files on disk: tallyon.cfg's round trip and separators, the saved game's place,
+// and one table of damaged input for tallyon.cfg and all.col (the fresh install is its
+// "missing" row).
 #include "shell/app_dir.h"
 #include "shell/config_file.h"
+#include "shell/saved_game_file.h"
 #include "shell/schemes.h"
 #include "shell_test_support.h"
 
@@ -75,6 +77,21 @@ void CheckScheme(AppState& state, const QString& name, int entries, Colour backg
         QVERIFY2((state.SchemeColours[i] != Marked()[i]) == (i < entries), qPrintable(QString::number(i)));
 }
 
+// Keeps an environment variable's value, or its absence, and puts it back at the end.
+struct KeptVariable {
+    explicit KeptVariable(const char* name) : name(name), was(qEnvironmentVariableIsSet(name)), value(qgetenv(name)) {}
+    ~KeptVariable()
+    {
+        if (was)
+            qputenv(name, value);
+        else
+            qunsetenv(name);
+    }
+    const char* name;
+    bool was;
+    QByteArray value;
+};
+
 } // namespace
 
 class ConfigFileTest : public QObject {
@@ -121,6 +138,32 @@ private slots:
         QCOMPARE(ReadBytes(path), kFreshFile);
         QVERIFY(WriteConfig(state));
         QCOMPARE(DirectoryEntries(appDir), QStringList());
+    }
+
+    // The saved game goes to $XDG_STATE_HOME/tallyon/game; to ~/.local/state/tallyon/game when
+    // the variable is unset, empty or not an absolute path. Its folder is made on the first save.
+    void savedGameGoesToTheStateFolder()
+    {
+        const KeptVariable home("HOME"), stateHome("XDG_STATE_HOME");
+        QTemporaryDir tmp;
+        qputenv("HOME", tmp.path().toLocal8Bit());
+        const QString byDefault = tmp.path() + "/.local/state/tallyon/game";
+        const QString named = tmp.path() + "/state";
+        const std::pair<std::optional<QString>, QString> cases[] = {{std::nullopt, byDefault},
+                                                                    {"", byDefault},
+                                                                    {"relative/state", byDefault},
+                                                                    {named, named + "/tallyon/game"}};
+        for (const auto& [variable, path] : cases) {
+            if (variable)
+                qputenv("XDG_STATE_HOME", variable->toLocal8Bit());
+            else
+                qunsetenv("XDG_STATE_HOME");
+            QCOMPARE(SavedGamePath(), path);
+            QString why;
+            QVERIFY(WriteSavedGame({"Tallyon saved game, format 1"}, &why));
+            QCOMPARE(ReadBytes(path), QByteArray("Tallyon saved game, format 1\r\n"));
+            QVERIFY(QFile::remove(path));
+        }
     }
 
     // Blanks, tabs, commas and line breaks all separate the numbers; a number with a decimal

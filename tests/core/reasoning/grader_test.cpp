@@ -206,7 +206,8 @@ TEST(Grader, GradesByTheDeductionsAPuzzleCannotDoWithout)
     EXPECT_TRUE(ahead.grade == Grade::Hard && ahead.progress[kLookAhead] == ahead.lookAheads && ahead.lookAheads > 0);
     EXPECT_EQ(GradeNamed("hard"), Grade::Hard);
     EXPECT_EQ(GradeNamed("Medium"), Grade::Medium);
-    EXPECT_EQ(GradeNamed("any"), std::nullopt);
+    for (const char* other : {"any", "har", "hardest", "", "easy medium"})
+        EXPECT_EQ(GradeNamed(other), std::nullopt) << other;
 }
 
 } // namespace

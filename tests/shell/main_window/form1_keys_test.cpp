@@ -238,6 +238,36 @@ private slots:
         QVERIFY(g.answers.calls.isEmpty());
     }
 
+    // The check's indicator comes back with the game: a resume shows the colour the saved
+    // game had, green for right links, not the red that the game in the window had.
+    void resumeShowsTheSavedGamesIndicator()
+    {
+        QTemporaryDir state;
+        QColor saved;
+        {
+            Form1Fixture f;
+            qputenv("XDG_STATE_HOME", state.path().toLocal8Bit());
+            f.NewPuzzle();
+            const auto [row, col] = f.PathLinkCell(1);
+            f.ClickCell(row, col, Qt::LeftButton);
+            f.Tick();
+            const auto [nextRow, nextCol] = f.PathLinkCell(3); // a change, kept with the indicator
+            f.ClickCell(nextRow, nextCol, Qt::LeftButton);
+            saved = f.IndicatorColour();
+            QCOMPARE(saved, QColor(10, 200, 10));
+        }
+        Form1Fixture g;
+        g.NewPuzzle();
+        const auto [row, col] = g.FindInvalidLinkCell();
+        g.ClickCell(row, col, Qt::LeftButton);
+        g.Tick();
+        QCOMPARE(g.IndicatorColour(), QColor(240, 0, 0));
+        qputenv("XDG_STATE_HOME", state.path().toLocal8Bit());
+        QTest::keyClick(&g.window, Qt::Key_R, Qt::ControlModifier);
+        QCOMPARE(g.label("Label7")->text(), QString("Puzzle resumed"));
+        QCOMPARE(g.IndicatorColour(), saved);
+    }
+
     // A saved game that cannot be used is explained and kept aside as game.bad; the board is
     // left as it was. A save that fails says so on the status line, once, and keeps the old file.
     void damagedSavedGameIsKeptAsideAndAFailedSaveIsReportedOnce()
