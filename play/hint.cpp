@@ -46,7 +46,8 @@ void HintPress(PlayHost& host, const Board& board, PlayState& state)
     if (hint.kind == HintKind::None)
         return;
     const HintStage stage = state.HintNext;
-    if (stage == HintStage::First && Counted(hint.kind))
+    const bool counted = stage == HintStage::First && Counted(hint.kind);
+    if (counted)
         ++state.HintCount;
     if (!state.HintShown)
         state.StatusBeforeHint = host.Status();
@@ -55,6 +56,8 @@ void HintPress(PlayHost& host, const Board& board, PlayState& state)
     host.ClearOverlay();
     DrawHint(*host.OpenOverlayCanvas(), board, host.Style(), HintPictureOf(hint, stage));
     host.SetStatus(HintStatus(hint, state.HintCount, stage));
+    if (counted)
+        host.GameChanged(); // the count is part of the game kept
 }
 
 void HintRelease(PlayHost& host, PlayState& state)

@@ -19,7 +19,8 @@
 
 namespace tallyon {
 
-// H pressed: the hint over the board and in the status line.
+// H pressed: the hint over the board and in the status line. A hint counted is kept with the
+// game (PlayHost::GameChanged).
 void HintPress(PlayHost& host, const Board& board, PlayState& state);
 
 // H released: the overlay dropped and the status line back to what it showed before.

@@ -88,8 +88,8 @@ public:
     // The window's layout step and colour application, run before a full redraw.
     virtual void ApplyLayoutAndColours() = 0;
     // The game in play changed: a new puzzle, one from a code, a link made or removed, an
-    // undo, a redo, a reset, a mark, or the next puzzle's grade, each after it is drawn. The
-    // host may keep the game to resume.
+    // undo, a redo, a reset, a mark, a hint counted, or the next puzzle's grade, each after it
+    // is drawn. The host may keep the game to resume.
     virtual void GameChanged() {}
 };
 

@@ -246,7 +246,8 @@ TEST(SavedGame, EveryChangeOfTheGameIsKept)
         {"damaged code", [&] { NewPuzzleFromCode(host, board, state, "T1-damaged"); }, 0},
         {"mark", [&] { ToggleMark(host, board, state, 0, 1); }, 1},
         {"grade", [&] { StepGrade(host, board); }, 1},
-        {"hint", [&] { HintPress(host, board, state), HintRelease(host, state); }, 0},
+        {"hint counted", [&] { HintPress(host, board, state), HintRelease(host, state); }, 1},
+        {"hint's second press", [&] { HintPress(host, board, state), HintRelease(host, state); }, 0},
     };
     for (const auto& step : steps) {
         const std::size_t before = saves();
