@@ -5,11 +5,14 @@
 #include <QGuiApplication>
 #include <QPointer>
 #include <QTimer>
+#include <QVariant>
 #include <QWidget>
 #include <QWindow>
 
 namespace tallyon {
 namespace {
+
+constexpr char kShownAnew[] = "tallyonShownAnew";
 
 // Watches one window's states; a child of the window, so it goes with it.
 class StateGuard : public QObject {
@@ -60,8 +63,10 @@ private:
         if (watched_ == nullptr || !watched_->isVisible())
             return;
         // The window system's window alone: a dialog's modal wait goes on through it.
+        window_->setProperty(kShownAnew, true);
         watched_->hide();
         watched_->show();
+        window_->setProperty(kShownAnew, false);
     }
 
     QWidget* window_;
@@ -71,6 +76,8 @@ private:
 };
 
 } // namespace
+
+bool ShownAnew(const QWidget* window) { return window->property(kShownAnew).toBool(); }
 
 bool TitleBarsFollowHints() { return !QGuiApplication::platformName().startsWith(QLatin1String("wayland")); }
 

@@ -27,4 +27,9 @@ void KeepWindowNormal(QWidget* window, Minimize minimize);
 // KeepWindowNormal where title bars do not follow the hints; elsewhere nothing changes.
 void GuardFixedWindow(QWidget* window, Minimize minimize);
 
+// Whether `window` is being shown anew by its guard. A window whose showing starts afresh
+// (the options window reads the settings into its controls) keeps what the player has
+// chosen and not yet applied, and where the focus is, when it is only shown anew.
+bool ShownAnew(const QWidget* window);
+
 } // namespace tallyon

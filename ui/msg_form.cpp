@@ -266,6 +266,8 @@ void MsgForm::showEvent(QShowEvent* event)
         QWidget* owner = owner_ != nullptr && owner_->isVisible() ? owner_->window() : nullptr;
         windowHandle()->setTransientParent(owner != nullptr ? owner->windowHandle() : nullptr);
     }
+    if (ShownAnew(this))
+        return; // the focus stays on the button that had it
     for (int i = 0; i < kMessageIconCount; ++i)
         icons[i]->setPixmap(MessageIconPixmap(i, Px(kIconSize), devicePixelRatioF()));
     cmd[0]->setFocus(Qt::OtherFocusReason);

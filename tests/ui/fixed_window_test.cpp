@@ -6,6 +6,7 @@
 #include "ui/msg_form.h"
 
 #include <QDialog>
+#include <QSignalSpy>
 #include <QWindow>
 #include <QtTest>
 
@@ -14,12 +15,14 @@ using namespace tallyon;
 namespace {
 
 // Asks for `state` as a title bar's button does, on the window system's window, and waits
-// until the window is shown normal again.
+// until the window has been hidden and shown again, normal.
 void AskFor(QWidget& window, Qt::WindowState state)
 {
+    QSignalSpy shown(window.windowHandle(), &QWindow::visibleChanged);
     window.windowHandle()->setWindowStates(state);
-    QTRY_COMPARE(window.windowHandle()->windowStates(), Qt::WindowStates(Qt::WindowNoState));
+    QTRY_VERIFY(shown.count() >= 2);
     QTRY_VERIFY(window.isVisible() && window.windowHandle()->isVisible());
+    QCOMPARE(window.windowHandle()->windowStates(), Qt::WindowStates(Qt::WindowNoState));
 }
 
 } // namespace
