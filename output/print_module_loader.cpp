@@ -73,8 +73,8 @@ QString ShortLoaderReason(const QString& reason)
     static const QRegularExpression missing(QStringLiteral("([^\\s:/]+\\.so[.0-9]*): cannot open shared object file"));
     const QRegularExpressionMatch found = missing.match(reason);
     if (found.hasMatch())
-        return QStringLiteral("the library %1 is missing (install Qt 6's print support)").arg(found.captured(1));
-    const QString line = reason.simplified();
+        return QStringLiteral("the print module needs %1, which is not installed").arg(found.captured(1));
+    QString line = reason.simplified();
     if (line.size() <= kMostReasonChars)
         return line;
     return line.left(kMostReasonChars - 1) + QStringLiteral("\u2026");
