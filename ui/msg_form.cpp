@@ -262,10 +262,10 @@ void MsgForm::showEvent(QShowEvent* event)
     // Placed first as a box without a parent, as always; the window system's window is made
     // after this event, with its transient parent.
     QDialog::showEvent(event);
-    if (!WindowSystemKeepsDialogsOver() && windowHandle() != nullptr) {
-        QWidget* owner = owner_ != nullptr && owner_->isVisible() ? owner_->window() : nullptr;
-        windowHandle()->setTransientParent(owner != nullptr ? owner->windowHandle() : nullptr);
-    }
+    // Before the main window is first shown it has no window of its own yet, and there is none
+    // to be transient for.
+    if (!WindowSystemKeepsDialogsOver() && windowHandle() != nullptr)
+        windowHandle()->setTransientParent(owner_ != nullptr ? owner_->window()->windowHandle() : nullptr);
     if (ShownAnew(this))
         return; // the focus stays on the button that had it
     for (int i = 0; i < kMessageIconCount; ++i)
