@@ -143,7 +143,9 @@ endforeach()
 # The Debian package: `cpack -G DEB` in the build folder, after `cmake --build`, makes
 # tallyon_<version>_amd64.deb installing to /usr. The libraries it needs are found by
 # dpkg-shlibdeps; the font and the Qt platform plug-ins are loaded at run time, so they are
-# named here.
+# named here. Qt's Wayland plug-in is recommended: with it a Wayland session (GNOME's by default
+# on Debian 12) runs the game as a native Wayland client, crisp at fractional scales; without it
+# the game runs through XWayland.
 set(CPACK_PACKAGE_NAME "tallyon")
 set(CPACK_PACKAGE_VENDOR "Tallyon developers")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
@@ -158,5 +160,6 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${TALLYON_MAINTAINER}")
 set(CPACK_DEBIAN_PACKAGE_SECTION "games")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, qt6-qpa-plugins")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland")
 set(CPACK_STRIP_FILES ON)
 include(CPack)

@@ -1,15 +1,13 @@
 // Sends the puzzle and its solution to the default printer, or to a PDF file without one.
 #include "output/print_job.h"
 
-#include "output/print_module/send_page.h"
+#include "output/print_module_loader.h"
 #include "platform/answer_codes.h"
 #include "platform/qpainter_canvas.h"
 #include "ui/message_box.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QLibrary>
 #include <QPainter>
 
 #include <algorithm>
@@ -17,19 +15,6 @@
 
 namespace tallyon {
 namespace {
-
-using SendPageFunction = decltype(&TallyonSendPage);
-
-// The print module's entry, loaded on first use from the executable's folder; null with the
-// loader's reason in why when it cannot be loaded. Once loaded it stays for the session.
-SendPageFunction LoadSendPage(QString& why)
-{
-    QLibrary module(QCoreApplication::applicationDirPath() + "/" + kPrintModuleFile);
-    const auto send = reinterpret_cast<SendPageFunction>(module.resolve(kSendPageSymbol));
-    if (send == nullptr)
-        why = module.errorString();
-    return send;
-}
 
 // Moves the finished temporary file over the old PDF.
 bool ReplaceFile(const QString& tempPath, const QString& finalPath)
@@ -69,12 +54,12 @@ void PrintPuzzleAndSolution(const Board& board, const OutputOptions& options, co
     if (ShowMessage("Print Puzzle and its Solution?", "vbyesno+vbquestion") != kAnswerYes)
         return;
 
-    QString why;
-    const SendPageFunction send = LoadSendPage(why);
-    if (send == nullptr) {
-        ReportFailure("the print module could not be loaded: " + why);
+    const PrintModule module = LoadPrintModule();
+    if (module.send == nullptr) {
+        ReportFailure(module.problem);
         return;
     }
+    const SendPageFunction send = module.send;
     const QString finalPath = QDir(appDir).absoluteFilePath(QString::fromLatin1(kPrintFileName));
     const QString tempPath = finalPath + ".tmp";
     QString printerName;

@@ -4,8 +4,8 @@
 // "Print Puzzle and its Solution?" and prints only on Yes (6). The page goes to the system's
 // default printer without a dialog; with no default printer it is written as the PDF file
 // "tallyon-print.pdf" in appDir instead, and the closing report names that file. A job that
-// cannot start, or a print module (plugins/tallyon-print.so beside the executable) that
-// cannot be loaded, reports "Printing failed: ..." and never "Done".
+// cannot start, or a print module that cannot be loaded (output/print_module_loader.h),
+// reports "Printing failed: ..." and never "Done".
 //
 // Pen widths on the printer: one pen unit is 1/600 inch, so PrintLineWidth 6 draws the grid
 // 0.01 inch (0.25 mm) wide and the solution path 0.04 inch (1 mm).

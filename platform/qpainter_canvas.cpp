@@ -1,6 +1,8 @@
 // The canvas on a QPainter: the screen, the printer and the clipboard picture.
 #include "platform/qpainter_canvas.h"
 
+#include "core/board/board.h"
+#include "platform/device_pixels.h"
 #include "platform/qt_colour.h"
 
 #include <QFont>
@@ -8,7 +10,9 @@
 #include <QPaintEngine>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tallyon {
 namespace {
@@ -49,6 +53,26 @@ double QPainterCanvas::PenOnDevice(int penWidth) const
 
 void QPainterCanvas::Line(int x1, int y1, int x2, int y2, Colour colour, int penWidth)
 {
+    const DevicePixels pixels(painter_);
+    if (pixels.Snaps() && (x1 == x2 || y1 == y2)) {
+        // The pen's width in whole device pixels, its round caps as far beyond each end.
+        const int t = pixels.Thickness(PenOnDevice(penWidth));
+        const auto along = [&](int a, int b, bool across) {
+            const QPointF from = pixels.ToDevice(across ? QPointF(ToDevice(a), 0) : QPointF(0, ToDevice(a)));
+            const QPointF to = pixels.ToDevice(across ? QPointF(ToDevice(b), 0) : QPointF(0, ToDevice(b)));
+            const double low = across ? std::min(from.x(), to.x()) : std::min(from.y(), to.y());
+            const double high = across ? std::max(from.x(), to.x()) : std::max(from.y(), to.y());
+            return std::pair{RoundHalfEven(low - t / 2.0), RoundHalfEven(high + t / 2.0)};
+        };
+        if (y1 == y2) {
+            const auto [left, right] = along(x1, x2, true);
+            pixels.Fill(painter_, QRect(left, pixels.LineStartY(ToDevice(y1), t), right - left, t), ToQColor(colour));
+        } else {
+            const auto [top, bottom] = along(y1, y2, false);
+            pixels.Fill(painter_, QRect(pixels.LineStartX(ToDevice(x1), t), top, t, bottom - top), ToQColor(colour));
+        }
+        return;
+    }
     QPen pen(ToQColor(colour), PenOnDevice(penWidth), Qt::SolidLine, Qt::RoundCap);
     painter_.setPen(pen);
     // Lines along an axis stay crisp (and cheap) without antialiasing; slanted ones need it.
@@ -58,6 +82,21 @@ void QPainterCanvas::Line(int x1, int y1, int x2, int y2, Colour colour, int pen
 
 void QPainterCanvas::Box(int x1, int y1, int x2, int y2, Colour colour, int penWidth)
 {
+    const DevicePixels pixels(painter_);
+    if (pixels.Snaps()) {
+        // Four lines of whole device pixels that meet square at the corners.
+        const int t = pixels.Thickness(PenOnDevice(penWidth));
+        const int left = pixels.LineStartX(ToDevice(std::min(x1, x2)), t);
+        const int right = pixels.LineStartX(ToDevice(std::max(x1, x2)), t);
+        const int top = pixels.LineStartY(ToDevice(std::min(y1, y2)), t);
+        const int bottom = pixels.LineStartY(ToDevice(std::max(y1, y2)), t);
+        const QColor c = ToQColor(colour);
+        pixels.Fill(painter_, QRect(left, top, right - left + t, t), c);
+        pixels.Fill(painter_, QRect(left, bottom, right - left + t, t), c);
+        pixels.Fill(painter_, QRect(left, top, t, bottom - top + t), c);
+        pixels.Fill(painter_, QRect(right, top, t, bottom - top + t), c);
+        return;
+    }
     QPen pen(ToQColor(colour), PenOnDevice(penWidth), Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin);
     painter_.setRenderHint(QPainter::Antialiasing, false);
     painter_.setPen(pen);
@@ -106,6 +145,13 @@ void QPainterCanvas::Circle(int cx, int cy, int radius, Colour outline, int penW
         found = circles_.emplace(key, stamp).first;
     }
     const QImage& stamp = found->second;
+    const DevicePixels pixels(painter_);
+    if (pixels.Snaps()) {
+        // Every stamp starts on a device pixel, so that each circle is the same picture.
+        const QPointF at = pixels.ToDevice(centre) - QPointF(stamp.width() / 2.0, stamp.height() / 2.0);
+        pixels.Blit(painter_, QPoint(RoundHalfEven(at.x()), RoundHalfEven(at.y())), stamp);
+        return;
+    }
     const double offset = stamp.width() / stamp.devicePixelRatioF() / 2;
     painter_.drawImage(QPointF(centre.x() - offset, centre.y() - offset), stamp);
 }

@@ -3,6 +3,7 @@
 
 #include "platform/canvas.h"
 #include "shell/window_paint.h"
+#include "ui/fixed_window.h"
 #include "ui/front_window.h"
 
 #include <QEvent>
@@ -101,6 +102,7 @@ AboutForm::AboutForm(AppState& state, QWidget* parent) : QDialog(parent), state_
     setObjectName(QStringLiteral("AboutForm"));
     setWindowTitle(QStringLiteral("About Tallyon"));
     setFixedSize(Px(kFormWidth), Px(kFormHeight));
+    GuardFixedWindow(this, Minimize::Refused); // modal: minimized, it could not be found again
     QFont font(QStringLiteral("Arial"));
     font.setPointSize(9);
     setFont(font);

@@ -7,6 +7,7 @@
 #include "shell/window_paint.h"
 #include "ui/box_control.h"
 #include "ui/col_pik.h"
+#include "ui/fixed_window.h"
 #include "ui/front_window.h"
 
 #include <QCheckBox>
@@ -87,6 +88,8 @@ void Form6::setVisible(bool visible)
 void Form6::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
+    if (ShownAnew(this))
+        return; // the player's choices, not yet applied, stay
     Activate();
     BringToFront(this);
 }

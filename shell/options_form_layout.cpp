@@ -4,6 +4,7 @@
 #include "shell/options_samples.h"
 #include "ui/box_control.h"
 #include "ui/col_pik.h"
+#include "ui/fixed_window.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -156,6 +157,7 @@ Form6::Form6(AppState& state, QWidget* parent) : QDialog(parent), state_(state)
     arial.setPointSize(9);
     setFont(arial);
     setFixedSize(kFormWidth, kFormHeight);
+    GuardFixedWindow(this, Minimize::Refused); // modal: minimized, it could not be found again
 }
 
 void Form6::SetSchemeNames(const QStringList& names)

@@ -6,7 +6,7 @@ set -euo pipefail
 build_pkgs=(cmake g++ make pkg-config qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev
             fonts-liberation libgtest-dev libgmock-dev)
 test_pkgs=(xvfb xauth xdotool xclip x11-utils poppler-utils cups cups-bsd printer-driver-cups-pdf
-           desktop-file-utils appstream imagemagick dpkg-dev lintian clang-format)
+           desktop-file-utils appstream imagemagick dpkg-dev lintian clang-format weston qt6-wayland)
 
 wanted=("${build_pkgs[@]}")
 [ "${1:-}" = "test" ] && wanted+=("${test_pkgs[@]}")

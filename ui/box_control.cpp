@@ -16,28 +16,9 @@
 namespace tallyon {
 namespace {
 
-constexpr qreal kInset = 20.0 / kTwipsPerPixel; // the bevel's inset, 20 twips
-constexpr qreal kFocusInset = 2.0;              // the focus frame inside the bevel, pixels
 constexpr int kDefaultFontSize = 8;
 
 Colour SystemColour(QPalette::ColorRole role) { return FromQColor(QApplication::palette().color(role)); }
-
-QColor Mix(const QColor& a, const QColor& b, qreal t)
-{
-    return QColor::fromRgbF(a.redF() + (b.redF() - a.redF()) * t, a.greenF() + (b.greenF() - a.greenF()) * t,
-                            a.blueF() + (b.blueF() - a.blueF()) * t);
-}
-
-// Top and left edges in `topLeft`, bottom and right edges in `bottomRight`.
-void Bevel(QPainter& p, const QRectF& r, const QColor& topLeft, const QColor& bottomRight)
-{
-    p.setPen(QPen(topLeft, 1.0, Qt::SolidLine, Qt::SquareCap));
-    p.drawLine(r.topLeft(), r.topRight());
-    p.drawLine(r.topLeft(), r.bottomLeft());
-    p.setPen(QPen(bottomRight, 1.0, Qt::SolidLine, Qt::SquareCap));
-    p.drawLine(r.bottomLeft(), r.bottomRight());
-    p.drawLine(r.topRight(), r.bottomRight());
-}
 
 } // namespace
 
@@ -236,60 +217,13 @@ void BoxControl::Redraw()
     update();
 }
 
-void BoxControl::DrawFace(QPainter& p, const Face& f)
-{
-    const QColor back = ToQColor(f.back);
-    const qreal width = f.size.width(), height = f.size.height();
-    const QRectF all(0, 0, width, height);
-    p.fillRect(all, back);
-    const QColor light = Mix(back, Qt::white, 0.65);
-    const QColor shadow = Mix(back, Qt::black, 0.45);
-    const QColor dark = Mix(back, Qt::black, 0.8);
-    const qreal edge = f.borderStyle == 1 ? 1.5 : 0.5;
-    if (f.borderStyle == 1)
-        Bevel(p, all.adjusted(0.5, 0.5, -0.5, -0.5), Qt::black, Qt::black);
-    const QRectF outer = all.adjusted(edge, edge, -edge, -edge);
-    const QRectF inner = outer.adjusted(kInset, kInset, -kInset, -kInset);
-    if (f.pressed) {
-        Bevel(p, outer, dark, light);
-        Bevel(p, inner, shadow, back);
-    } else {
-        Bevel(p, outer, light, dark);
-        Bevel(p, inner, back.lighter(110), shadow);
-    }
-
-    const QPointF shift = f.pressed ? QPointF(1, 1) : QPointF(0, 0);
-    const QFontMetricsF metrics(f.font);
-    const QSizeF text =
-        f.caption.isEmpty() ? QSizeF(0, 0) : QSizeF(metrics.horizontalAdvance(f.caption), metrics.height());
-    const QSizeF pic = f.picture.isNull() ? QSizeF(0, 0) : f.picture.deviceIndependentSize();
-    const qreal gap = (!f.caption.isEmpty() && !f.picture.isNull()) ? 2.0 : 0.0;
-    qreal top = (height - (pic.height() + gap + text.height())) / 2.0;
-    if (!f.picture.isNull()) {
-        p.drawPixmap(QPointF((width - pic.width()) / 2.0, top) + shift, f.picture);
-        top += pic.height() + gap;
-    }
-    if (!f.caption.isEmpty()) {
-        p.setFont(f.font);
-        p.setPen(ToQColor(f.fore));
-        p.drawText(QRectF(0, top, width, text.height()).translated(shift), Qt::AlignHCenter | Qt::AlignVCenter,
-                   f.caption);
-    }
-    if (f.focusFrame) {
-        // In the caption's colour, which every scheme keeps readable on the face.
-        p.setPen(QPen(ToQColor(f.fore), 1, Qt::DotLine));
-        p.setBrush(Qt::NoBrush);
-        p.drawRect(inner.adjusted(kFocusInset, kFocusInset, -kFocusInset, -kFocusInset));
-    }
-}
-
 void BoxControl::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     if (!face_.taken)
         painter.fillRect(rect(), ToQColor(back_));
     else
-        DrawFace(painter, face_);
+        DrawBoxFace(painter, face_);
 }
 
 void BoxControl::resizeEvent(QResizeEvent* event)

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "platform/colour.h"
+#include "ui/box_face.h"
 
 #include <QFont>
 #include <QPixmap>
@@ -104,20 +105,7 @@ private:
     // property that does not redraw (BackColor alone) changes nothing on screen until the next
     // redraw. Painting from it when shown, rather than keeping a picture of the face, saves
     // the picture's memory and draws no text before the window is on screen.
-    struct Face {
-        Colour back = 0, fore = 0;
-        QFont font;
-        QString caption;
-        QPixmap picture;
-        QSize size;
-        int borderStyle = 0;
-        bool pressed = false;
-        bool focusFrame = false;
-        bool taken = false;
-    };
-
     void Redraw();
-    static void DrawFace(QPainter& painter, const Face& face);
     void Changed(const char* name, bool redraw);
 
     Colour back_;
@@ -128,7 +116,7 @@ private:
     int borderStyle_ = 0;
     bool pressed_ = false;
     bool focusShown_ = false; // focus reached by the keyboard, shown as a dotted frame
-    Face face_;
+    BoxFace face_;
 };
 
 // Shared event codes of the program's controls.

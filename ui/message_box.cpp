@@ -21,6 +21,8 @@ MsgForm& MessageForm()
     return *form;
 }
 
+void SetMessageOwner(QWidget* owner) { MessageForm().SetOwner(owner); }
+
 int ShowMessage(const QString& message, const QString& style)
 {
     if (Interceptor())

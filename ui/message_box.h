@@ -10,6 +10,8 @@
 
 #include <functional>
 
+class QWidget;
+
 namespace tallyon {
 
 class MsgForm;
@@ -19,6 +21,10 @@ int ShowMessage(const QString& message, const QString& style);
 
 // The one message box, created on first use.
 MsgForm& MessageForm();
+
+// The main window, which the box is kept over while it exists (null when it goes); see
+// MsgForm::SetOwner.
+void SetMessageOwner(QWidget* owner);
 
 // Test seam: when set, ShowMessage calls it instead of showing the box and returns its value.
 using MessageInterceptor = std::function<int(const QString& message, const QString& style)>;

@@ -3,17 +3,20 @@
 
 #include "platform/answer_codes.h"
 #include "platform/qt_colour.h"
+#include "ui/fixed_window.h"
 #include "ui/front_window.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFocusEvent>
 #include <QFontMetrics>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPalette>
 #include <QStringList>
+#include <QWindow>
 
 #include <initializer_list>
 
@@ -85,6 +88,11 @@ QString ScreenText(QString text)
             line = line.left(kMaxShownLineChars - 1) + QStringLiteral("\u2026");
     return lines.join(QLatin1Char('\n'));
 }
+
+// X11 already keeps a dialog without a parent over the program's windows: Qt makes it
+// transient for the program's window group. Naming the main window instead would let a window
+// manager that attaches modal dialogs to their parent move the box, so X11 keeps that.
+bool WindowSystemKeepsDialogsOver() { return QGuiApplication::platformName() == QLatin1String("xcb"); }
 
 bool IsEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
@@ -175,6 +183,7 @@ MsgForm::MsgForm(QWidget* parent)
         connect(button, &MsgButton::Chosen, this, &MsgForm::Choose);
     }
     setAutoFillBackground(true);
+    GuardFixedWindow(this, Minimize::Refused);
 }
 
 int MsgForm::Run(const QString& message, const QString& style)
@@ -250,7 +259,15 @@ void MsgForm::reject() {}
 
 void MsgForm::showEvent(QShowEvent* event)
 {
+    // Placed first as a box without a parent, as always; the window system's window is made
+    // after this event, with its transient parent.
     QDialog::showEvent(event);
+    // Before the main window is first shown it has no window of its own yet, and there is none
+    // to be transient for.
+    if (!WindowSystemKeepsDialogsOver() && windowHandle() != nullptr)
+        windowHandle()->setTransientParent(owner_ != nullptr ? owner_->window()->windowHandle() : nullptr);
+    if (ShownAnew(this))
+        return; // the focus stays on the button that had it
     for (int i = 0; i < kMessageIconCount; ++i)
         icons[i]->setPixmap(MessageIconPixmap(i, Px(kIconSize), devicePixelRatioF()));
     cmd[0]->setFocus(Qt::OtherFocusReason);

@@ -9,6 +9,7 @@
 #include "ui/message_icons.h"
 
 #include <QDialog>
+#include <QPointer>
 #include <QPushButton>
 #include <QString>
 
@@ -80,6 +81,12 @@ public:
     void SetTitle(const QString& title) { title_ = title; }
     QString Title() const { return title_; }
 
+    // The window the box is shown over while it is on screen. Where the window system does not
+    // keep a program's dialogs over its windows by itself (Wayland), the box is made transient
+    // for it, so that a click on that window cannot bury the box the game waits for.
+    void SetOwner(QWidget* owner) { owner_ = owner; }
+    QWidget* Owner() const { return owner_; }
+
     // The window size as laid out, in twips (the height includes the frame allowance).
     int WidthTwips() const { return widthTwips_; }
     int HeightTwips() const { return heightTwips_; }
@@ -110,6 +117,7 @@ private:
     Colour fore_ = RGB(0, 0, 0);
     Colour button_ = RGB(0, 0, 0);
     std::function<Colour()> schemeSource_;
+    QPointer<QWidget> owner_;
     QString title_;
     int widthTwips_ = 0;
     int heightTwips_ = 0;

@@ -16,6 +16,7 @@
 #include "shell/options_form.h"
 #include "shell/schemes.h"
 #include "ui/box_control.h"
+#include "ui/fixed_window.h"
 #include "ui/message_box.h"
 #include "ui/msg_form.h"
 
@@ -57,6 +58,11 @@ Form1::Form1(AppState& state, QWidget* parent) : QMainWindow(parent), state_(sta
 {
     setObjectName("Form1");
     setWindowTitle("Tallyon");
+    // The window keeps one size, so its title bar offers no maximize.
+    setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                   Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
+    GuardFixedWindow(this, Minimize::Allowed);
+    SetMessageOwner(this);
     BuildControls();
     BuildMenu();
     ConnectControls();
@@ -68,7 +74,11 @@ Form1::Form1(AppState& state, QWidget* parent) : QMainWindow(parent), state_(sta
     setAcceptDrops(true);
 }
 
-Form1::~Form1() = default;
+Form1::~Form1()
+{
+    if (MessageForm().Owner() == this)
+        SetMessageOwner(nullptr);
+}
 
 BoxControl* Form1::MakeButton(const char* name, const QString& caption, const QString& tip)
 {

@@ -81,8 +81,12 @@ public:
     void ClearOverlay() override;
     DrawStyle Style() const override;
     void ApplyLayoutAndColours() override;
-    // Writes the game to the saved-game file; a failure shows a status line, once a run.
+    // Writes the game to the saved-game file. A failure leaves the status line alone and is
+    // told on standard error and in a message box, once a run.
     void GameChanged() override;
+    // Why the last write of the game failed; empty while the game is kept. Status lines of the
+    // window's own (never the captions that play sets) may add it for the player.
+    const std::string& SaveProblem() const { return saveProblem_; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -112,6 +116,7 @@ private:
     QString statusLog_;
     Colour indicator_ = 0;          // Label8's colour, as the saved game keeps it
     bool saveFailureShown_ = false; // a failed save is reported once a run
+    std::string saveProblem_;       // why the last write of the game failed, or empty
     // The next puzzle's grade (the key G, --grade): a choice of the game in play, kept in the
     // saved game and never in tallyon.cfg.
     std::optional<Grade> nextGrade_;

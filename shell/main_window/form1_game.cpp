@@ -15,6 +15,8 @@
 #include <QGuiApplication>
 #include <QMimeData>
 
+#include <cstdio>
+
 namespace tallyon {
 
 bool Form1::LoadPuzzleCode(const QString& code)
@@ -27,11 +29,20 @@ void Form1::GameChanged()
     if (board_.List2.empty())
         return;
     QString why;
-    if (WriteSavedGame(FormatSavedGame(board_, play_, Next(), Timer2.isActive(), indicator_), &why) ||
-        saveFailureShown_)
+    if (WriteSavedGame(FormatSavedGame(board_, play_, Next(), Timer2.isActive(), indicator_), &why)) {
+        saveProblem_.clear();
+        return;
+    }
+    saveProblem_ = "The game cannot be kept for a later resume: " + why.toStdString();
+    if (saveFailureShown_)
         return;
     saveFailureShown_ = true;
-    SetStatus("The game cannot be kept for a later resume: " + why.toStdString());
+    // The status line keeps the caption of what was just done ("Puzzle Created", "Use ... to
+    // make ..."): the failure is told on standard error and in the message box, once a run.
+    std::fprintf(stderr, "tallyon: %s (%s); play goes on\n", saveProblem_.c_str(), qPrintable(SavedGamePath()));
+    ShowMessage(QString::fromStdString(saveProblem_) + QStringLiteral("\r\n") + SavedGamePath() +
+                    QStringLiteral("\r\nPlay goes on; this is said once a run."),
+                QStringLiteral("vbok+vbinformation"));
 }
 
 bool Form1::ResumeGame()

@@ -1,6 +1,7 @@
 // The board picture with its backing image, and the clickable labels of the main window.
 #include "shell/main_window/picture_box.h"
 
+#include "platform/device_pixels.h"
 #include "platform/qpainter_canvas.h"
 #include "platform/qt_colour.h"
 #include "ui/box_control.h"
@@ -175,8 +176,14 @@ void PictureBox::Calls::PaintOn(Canvas& canvas) const
 void PictureBox::PaintOwn(QPainter& painter) const
 {
     painter.fillRect(QRect(QPoint(0, 0), size()), ToQColor(ground_.value_or(back_)));
-    if (!painted_.isNull())
-        painter.drawImage(QPointF(0, 0), painted_);
+    if (!painted_.isNull()) {
+        // Pixel for pixel where the widget starts part of a device pixel into its window.
+        const DevicePixels pixels(painter);
+        if (pixels.Snaps())
+            pixels.Blit(painter, QPoint(pixels.EdgeX(0), pixels.EdgeY(0)), painted_);
+        else
+            painter.drawImage(QPointF(0, 0), painted_);
+    }
     QPainterCanvas canvas(painter, 96.0, 1.0);
     list_.PaintOn(canvas);
 }

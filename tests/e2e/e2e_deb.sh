@@ -40,6 +40,8 @@ fi
 ! zgrep -rqs "github\|noreply" "$ROOT/usr/share/doc" "$ROOT/usr/share/metainfo" "$ROOT/usr/share/applications" ||
   fail "an invented address"
 [ "$(dpkg-deb -f "$DEB" Maintainer)" != "" ] || fail "the package names no maintainer"
+# A Wayland session runs the game natively only with Qt's Wayland plug-in.
+dpkg-deb -f "$DEB" Recommends | grep -qw "qt6-wayland" || fail "the package does not recommend qt6-wayland"
 [ -x "$ROOT/usr/bin/tallyon" ] || fail "no /usr/bin/tallyon in the package"
 [ -f "$ROOT/usr/share/man/man6/tallyon.6.gz" ] || fail "no manual page in the package"
 chmod -R a-w "$ROOT/usr/lib/tallyon"

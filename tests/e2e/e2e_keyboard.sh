@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # The real program started on a known puzzle from its code and played from the keyboard: the
 # whole path typed with Shift+arrows, then V held, and the status line reads "All Done !".
-# Then Ctrl+Z and Ctrl+Y give back the same board, and a damaged code is explained in a
-# message box over an empty board.
+# Then Ctrl+Z and Ctrl+Y give back the same board, Ctrl+P prints without the plugins folder,
+# and a damaged code is explained in a message box over an empty board.
 here="$(cd "$(dirname "$0")" && pwd)"
 source "$here/xvfb_steps.sh"
 
@@ -67,6 +67,15 @@ for _ in $(seq 40); do
 done
 [ "$(compare -metric AE "$before" "$after" null: 2>&1 || true)" = "0" ] || fail "Ctrl+Y did not give the board back"
 rm -f "$before" "$after"
+
+# Ctrl+P prints from this copy of the program, which has no plugins folder beside it: with no
+# printer, the page is written as a PDF beside the program, and "Done" follows.
+xdotool key ctrl+p
+press_return "$(wait_window Message)"
+for _ in $(seq 200); do [ -s "$APP/tallyon-print.pdf" ] && break; sleep 0.05; done
+[ -s "$APP/tallyon-print.pdf" ] || fail "Ctrl+P wrote no PDF from a program without its plugins folder"
+press_return "$(wait_window Message)"
+wait_gone Message
 kill "$PID"
 wait "$PID" 2>/dev/null || true
 

@@ -269,7 +269,8 @@ private slots:
     }
 
     // A saved game that cannot be used is explained and kept aside as game.bad; the board is
-    // left as it was. A save that fails says so on the status line, once, and keeps the old file.
+    // left as it was. A save that fails keeps the old file and the status line's captions
+    // ("Puzzle Created", "Use ... to make ..."), and is told in a message box once a run.
     void damagedSavedGameIsKeptAsideAndAFailedSaveIsReportedOnce()
     {
         Form1Fixture f;
@@ -291,11 +292,19 @@ private slots:
             const Board& b = f.window.board();
             const int link = std::stoi(b.List2[1]); // the path's first link cell, wherever Start is
             f.ClickCell(b.CellRow[link], b.CellCol[link], Qt::LeftButton);
-            QVERIFY(f.label("Label7")->text().startsWith("The game cannot be kept for a later resume: "));
+            QVERIFY2(f.label("Label7")->text().startsWith("Use "), qPrintable(f.label("Label7")->text()));
+            QCOMPARE(f.answers.calls.size(), 2);
+            QVERIFY(f.answers.calls[1].first.startsWith("The game cannot be kept for a later resume: "));
+            QCOMPARE(f.answers.calls[1].second, QString("vbok+vbinformation"));
+            QVERIFY(!f.window.SaveProblem().empty());
             f.ClickCell(b.CellRow[link], b.CellCol[link], Qt::RightButton);
-            QVERIFY(!f.label("Label7")->text().startsWith("The game cannot be kept")); // once a run
+            f.NewPuzzle();
+            QCOMPARE(f.label("Label7")->text(), QString("Puzzle Created"));
+            QCOMPARE(f.answers.calls.size(), 2); // once a run
         }
         QCOMPARE(ReadBytes(folder + "/game"), saved);
+        f.NewPuzzle();
+        QVERIFY(f.window.SaveProblem().empty());
     }
 
     // Ctrl+V plays the code on the clipboard as --puzzle does, blanks and line ends around it

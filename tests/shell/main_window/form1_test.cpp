@@ -8,6 +8,7 @@
 #include "output/print_job.h"
 #include "platform/qt_colour.h"
 #include "shell/options_form.h"
+#include "ui/msg_form.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -192,6 +193,20 @@ private slots:
             QCOMPARE(savedNumbers(f).value(0), QString("8"));
             QCOMPARE(savedNumbers(f).value(6), QString(openOptions ? "1" : "0"));
         }
+    }
+
+    // The window keeps one size, so its title bar offers minimize but no maximize; while it
+    // exists, the message box is kept over it.
+    void oneSizeAndTheMessageBoxOverIt()
+    {
+        {
+            Form1Fixture f;
+            QCOMPARE(f.window.minimumSize(), f.window.maximumSize());
+            QVERIFY(!f.window.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
+            QVERIFY(f.window.windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
+            QCOMPARE(MessageForm().Owner(), &f.window);
+        }
+        QCOMPARE(MessageForm().Owner(), nullptr);
     }
 
     // At every size and from both sides the "X"s sit outside the board beside Start and End;

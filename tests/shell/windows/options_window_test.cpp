@@ -5,6 +5,7 @@
 #include "shell/schemes.h"
 #include "ui/box_control.h"
 #include "ui/col_pik.h"
+#include "ui/fixed_window.h"
 #include "ui/message_box.h"
 
 #include <QDir>
@@ -17,6 +18,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWindow>
 
 using namespace tallyon;
 
@@ -101,6 +103,21 @@ private slots:
         QCOMPARE(refresh.count(), 1);
         QCOMPARE(f.state.settings.PathDirection, 2);
         QCOMPARE(f.state.settings.NodeShape, 2);
+    }
+
+    // Shown anew by its guard, as a maximize on Wayland does, the window keeps the choices
+    // the player has not applied yet.
+    void shownAnewKeepsUnappliedChoices()
+    {
+        OptionsFixture f;
+        KeepWindowNormal(&f.form, Minimize::Refused);
+        ClickIndicator(f.form.Option5[2]);
+        f.form.Text1->setText(QStringLiteral("5"));
+        QSignalSpy shown(f.form.windowHandle(), &QWindow::visibleChanged);
+        f.form.windowHandle()->setWindowStates(Qt::WindowMaximized);
+        QTRY_VERIFY(shown.count() >= 2 && f.form.isVisible());
+        QVERIFY(f.form.Option5[2]->isChecked());
+        QCOMPARE(f.form.Text1->text(), QStringLiteral("5"));
     }
 
     void schemePreviewAndApply()
