@@ -46,9 +46,10 @@ void HintPress(PlayHost& host, const Board& board, PlayState& state)
     if (hint.kind == HintKind::None)
         return;
     const HintStage stage = state.HintNext;
-    const bool counted = stage == HintStage::First && Counted(hint.kind);
-    if (counted)
+    if (stage == HintStage::First && Counted(hint.kind)) {
         ++state.HintCount;
+        state.HintCountUnkept = true;
+    }
     if (!state.HintShown)
         state.StatusBeforeHint = host.Status();
     state.HintShown = true;
@@ -56,8 +57,6 @@ void HintPress(PlayHost& host, const Board& board, PlayState& state)
     host.ClearOverlay();
     DrawHint(*host.OpenOverlayCanvas(), board, host.Style(), HintPictureOf(hint, stage));
     host.SetStatus(HintStatus(hint, state.HintCount, stage));
-    if (counted)
-        host.GameChanged(); // the count is part of the game kept
 }
 
 void HintRelease(PlayHost& host, PlayState& state)
@@ -67,6 +66,10 @@ void HintRelease(PlayHost& host, PlayState& state)
     state.HintShown = false;
     host.ClearOverlay();
     host.SetStatus(state.StatusBeforeHint);
+    if (state.HintCountUnkept) {
+        state.HintCountUnkept = false;
+        host.GameChanged();
+    }
 }
 
 void ForgetHint(PlayHost& host, PlayState& state)

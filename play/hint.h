@@ -19,11 +19,12 @@
 
 namespace tallyon {
 
-// H pressed: the hint over the board and in the status line. A hint counted is kept with the
-// game (PlayHost::GameChanged).
+// H pressed: the hint over the board and in the status line.
 void HintPress(PlayHost& host, const Board& board, PlayState& state);
 
-// H released: the overlay dropped and the status line back to what it showed before.
+// H released: the overlay dropped and the status line back to what it showed before. A hint
+// counted by the press is kept with the game now (PlayHost::GameChanged), once the key is up,
+// since a failed save may ask the player about it in a message box.
 void HintRelease(PlayHost& host, PlayState& state);
 
 // A move was made: the next press is the first of the next hint, and a hint still shown goes.

@@ -123,6 +123,8 @@ struct PlayState {
     // While H is held: the hint shows on the overlay, and the status line it took the place of.
     bool HintShown = false;
     std::string StatusBeforeHint;
+    // A hint counted since the game was last kept.
+    bool HintCountUnkept = false;
 };
 
 } // namespace tallyon
