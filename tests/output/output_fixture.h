@@ -14,10 +14,15 @@ namespace tallyon::testing {
 
 inline constexpr int kPictureWidth = 9000; // twips, wide enough for every grid size
 
+// A generator that can no longer make a puzzle gives up after this many builds, so that a test
+// fails instead of waiting for its puzzle without end.
+inline constexpr int kOutputTestBuildBound = 40;
+
 inline std::unique_ptr<Board> MakePuzzle(int gridSize, int startSideTag)
 {
     auto board = std::make_unique<Board>();
     board->GridSize = gridSize;
+    SetBuildBound(kOutputTestBuildBound);
     BuildPuzzle(*board, startSideTag, kPictureWidth);
     return board;
 }

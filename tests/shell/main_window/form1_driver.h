@@ -3,6 +3,7 @@
 
 #include "core/board/board.h"
 #include "core/board/link_rule.h"
+#include "core/generator/generator.h"
 #include "play/verify.h"
 #include "shell/main_window/form1.h"
 #include "shell/main_window/picture_box.h"
@@ -34,6 +35,10 @@ struct ConfigBytes {
     std::optional<QByteArray> bytes;
 };
 
+// A generator that can no longer make a puzzle gives up after this many builds, so that a test
+// that starts a new puzzle fails instead of waiting for it without end.
+inline constexpr int kWindowTestBuildBound = 40;
+
 struct Form1Fixture {
     explicit Form1Fixture(const QString& scheme = "xp.col") : Form1Fixture(ConfigBytes{ConfigFor(scheme)}) {}
 
@@ -45,6 +50,7 @@ struct Form1Fixture {
             WriteBytes(root + "tallyon.cfg", *config.bytes);
         initialConfig = ConfigText();
         state.AppDir = root;
+        SetBuildBound(kWindowTestBuildBound);
         // The saved game goes into this directory too, never the player's own state folder.
         qputenv("XDG_STATE_HOME", (root + "state").toLocal8Bit());
         window.Start();
