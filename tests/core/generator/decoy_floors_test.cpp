@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <ostream>
 
 namespace tallyon {
 namespace {
@@ -26,6 +27,9 @@ constexpr SizeFloors kFloors[] = {
     {4, 55, 55, 0.20}, {5, 55, 55, 0.20}, {6, 55, 54, 0.20},  {7, 55, 58, 0.12},
     {8, 57, 57, 0.12}, {9, 57, 57, 0.12}, {10, 57, 57, 0.12},
 };
+
+// Names a size's row by its size, as the test's name shows it.
+void PrintTo(const SizeFloors& f, std::ostream* out) { *out << f.size << "x" << f.size; }
 
 // Puzzles per size, the same under the sanitizers: the shares of the counts of valid links
 // settle within their limits only over some hundreds of 4x4 puzzles.
