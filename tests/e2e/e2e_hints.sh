@@ -21,23 +21,8 @@ cell_x() { echo $(((756 + ($1 - 1) * 492) / 15)); }
 start_cell="$("$BIN_DIR/tallyon-gen" --decode "$CODE" --json | grep -o '"List2":\[[0-9]*' | grep -o '[0-9]*$')"
 start_row=$(((start_cell - 1) / 15 + 1))
 
-last_status() { tail -n1 "$STATUS" 2>/dev/null || true; }
-wait_status() {
-  for _ in $(seq 100); do
-    [ -f "$STATUS" ] && [ "$(last_status)" = "$1" ] && return 0
-    sleep 0.05
-  done
-  fail "the status line does not read '$1' (last: '$(last_status)')"
-}
-wait_status_start() {
-  for _ in $(seq 100); do
-    case "$(last_status)" in "$1"*) return 0 ;; esac
-    sleep 0.05
-  done
-  fail "the status line does not start with '$1' (last: '$(last_status)')"
-}
-board() { import -window "$WIN" -crop 560x560+8+27 +repage "$WORK/$1.png"; }
-same() { [ "$(compare -metric AE "$WORK/$1.png" "$WORK/$2.png" null: 2>&1 || true)" = "0" ]; }
+E2E_NAME=hints
+
 # The pixels that differ between two board pictures within a square around (x, y).
 differ_near() {
   local half="$5" area
@@ -46,23 +31,6 @@ differ_near() {
   convert "$WORK/$2.png" -crop "$area" +repage "$WORK/near-b.png"
   compare -metric AE "$WORK/near-a.png" "$WORK/near-b.png" null: 2>&1 || true
 }
-wait_board() {
-  for _ in $(seq 60); do
-    board now
-    same now "$1" && return 0
-    sleep 0.05
-  done
-  cp "$WORK/now.png" "$SHOTS/e2e-hints-$1-seen.png"
-  fail "the board does not show $1 (see $SHOTS/e2e-hints-$1-seen.png)"
-}
-start() {
-  : >"$STATUS"
-  launch env TALLYON_STATUS_FILE="$STATUS" "$APP/tallyon" "$@"
-  WIN="$(wait_window Tallyon)"
-  wait_pixel "$WIN" 2 2 "0,0,0" not
-  xdotool windowfocus --sync "$WIN" 2>/dev/null || xdotool windowfocus "$WIN"
-}
-stop() { kill -9 "$PID"; wait "$PID" 2>/dev/null || true; }
 
 # H held: the first press names a node by row and column and rings it; the release gives
 # back the board and the status line.

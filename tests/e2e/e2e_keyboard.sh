@@ -12,33 +12,12 @@ trap 'kill "$PID" 2>/dev/null || true; rm -rf "$APP"; stop_xvfb' EXIT
 printf ' 7  2  1  0  0  16777215  0  128  6\r\nxp.col\r\n' > "$APP/tallyon.cfg"
 STATUS="$APP/status.log"
 
-# A 5x5 puzzle laid from the left, and its path as cell numbers, Start first.
+# A 5x5 puzzle laid from the left, and the keys that link its whole path.
 CODE="$("$BIN_DIR/tallyon-gen" --size 5 --side left --code)"
-cells="$("$BIN_DIR/tallyon-gen" --decode "$CODE" --json | grep -o '"List2":\[[0-9,]*\]' | sed 's/.*\[//; s/\]//')"
-IFS=, read -r -a path <<< "$cells"
-span=11
-keys=()
-for ((i = 2; i < ${#path[@]}; i += 2)); do
-  a=$((path[i - 2] - 1)) b=$((path[i] - 1))
-  if ((b % span > a % span)); then keys+=(shift+Right)
-  elif ((b % span < a % span)); then keys+=(shift+Left)
-  elif ((b > a)); then keys+=(shift+Down)
-  else keys+=(shift+Up); fi
-done
+mapfile -t keys < <(path_keys "$CODE" 11)
 
-wait_status() {
-  for _ in $(seq 100); do
-    [ -f "$STATUS" ] && [ "$(tail -n1 "$STATUS")" = "$1" ] && return 0
-    sleep 0.05
-  done
-  fail "the status line does not read '$1' (last: '$(tail -n1 "$STATUS" 2>/dev/null)')"
-}
-
-launch env TALLYON_STATUS_FILE="$STATUS" "$APP/tallyon" --puzzle "$CODE"
-WIN="$(wait_window Tallyon)"
+start --puzzle "$CODE"
 wait_status "Puzzle Created"
-wait_pixel "$WIN" 2 2 "0,0,0" not
-xdotool windowfocus --sync "$WIN" 2>/dev/null || xdotool windowfocus "$WIN"
 xdotool key --delay 20 "${keys[@]}"
 # Each key's link shows its hint first.
 for _ in $(seq 100); do

@@ -16,45 +16,8 @@ STATUS="$APP/status.log"
 
 # A 6x6 puzzle from the left, and the keys of its first two links.
 CODE="$("$BIN_DIR/tallyon-gen" --size 6 --side left --code)"
-cells="$("$BIN_DIR/tallyon-gen" --decode "$CODE" --json | grep -o '"List2":\[[0-9,]*\]' | sed 's/.*\[//; s/\]//')"
-IFS=, read -r -a path <<< "$cells"
-span=13
-keys=()
-for ((i = 2; i <= 4; i += 2)); do
-  a=$((path[i - 2] - 1)) b=$((path[i] - 1))
-  if ((b % span > a % span)); then keys+=(shift+Right)
-  elif ((b % span < a % span)); then keys+=(shift+Left)
-  elif ((b > a)); then keys+=(shift+Down)
-  else keys+=(shift+Up); fi
-done
-
-wait_status() {
-  for _ in $(seq 100); do
-    [ -f "$STATUS" ] && [ "$(tail -n1 "$STATUS")" = "$1" ] && return 0
-    sleep 0.05
-  done
-  fail "the status line does not read '$1' (last: '$(tail -n1 "$STATUS" 2>/dev/null)')"
-}
-# The board picture, and whether two of them are the same.
-board() { import -window "$WIN" -crop 560x560+8+27 +repage "$WORK/$1.png"; }
-same() { [ "$(compare -metric AE "$WORK/$1.png" "$WORK/$2.png" null: 2>&1 || true)" = "0" ]; }
-# Waits until the board shows the picture named.
-wait_board() {
-  for _ in $(seq 60); do
-    board now
-    same now "$1" && return 0
-    sleep 0.05
-  done
-  fail "the board does not show $1 (see $SHOTS/e2e-resume-$1-seen.png)"
-}
-start() {
-  : >"$STATUS"
-  launch env TALLYON_STATUS_FILE="$STATUS" "$APP/tallyon" "$@"
-  WIN="$(wait_window Tallyon)"
-  wait_pixel "$WIN" 2 2 "0,0,0" not
-  xdotool windowfocus --sync "$WIN" 2>/dev/null || xdotool windowfocus "$WIN"
-}
-stop() { kill -9 "$PID"; wait "$PID" 2>/dev/null || true; }
+mapfile -t keys < <(path_keys "$CODE" 13 2)
+E2E_NAME=resume
 
 # --puzzle CODE: the board to expect.
 start --puzzle "$CODE"

@@ -148,3 +148,64 @@ press_return() {
 }
 
 fail() { echo "FAIL: $*" >&2; exit 1; }
+
+# The steps of a game played in one window. They take the status file from STATUS (the
+# program's TALLYON_STATUS_FILE), board pictures go to WORK, and E2E_NAME names the script's
+# screenshots.
+
+# The last line the status line showed, and polls until it reads a text or starts with one.
+last_status() { tail -n1 "$STATUS" 2>/dev/null || true; }
+wait_status() {
+  for _ in $(seq 100); do
+    [ -f "$STATUS" ] && [ "$(last_status)" = "$1" ] && return 0
+    sleep 0.05
+  done
+  fail "the status line does not read '$1' (last: '$(last_status)')"
+}
+wait_status_start() {
+  for _ in $(seq 100); do
+    case "$(last_status)" in "$1"*) return 0 ;; esac
+    sleep 0.05
+  done
+  fail "the status line does not start with '$1' (last: '$(last_status)')"
+}
+
+# Takes the board picture of the window WIN under a name; whether two of them are the same;
+# polls until the board shows the picture named.
+board() { import -window "$WIN" -crop 560x560+8+27 +repage "$WORK/$1.png"; }
+same() { [ "$(compare -metric AE "$WORK/$1.png" "$WORK/$2.png" null: 2>&1 || true)" = "0" ]; }
+wait_board() {
+  for _ in $(seq 60); do
+    board now
+    same now "$1" && return 0
+    sleep 0.05
+  done
+  cp "$WORK/now.png" "$SHOTS/e2e-$E2E_NAME-$1-seen.png"
+  fail "the board does not show $1 (see $SHOTS/e2e-$E2E_NAME-$1-seen.png)"
+}
+
+# Starts the game with arguments, the status file emptied, and waits until its window shows
+# and holds the focus (sets WIN); kills it.
+start() {
+  : >"$STATUS"
+  launch env TALLYON_STATUS_FILE="$STATUS" "$APP/tallyon" "$@"
+  WIN="$(wait_window Tallyon)"
+  wait_pixel "$WIN" 2 2 "0,0,0" not
+  xdotool windowfocus --sync "$WIN" 2>/dev/null || xdotool windowfocus "$WIN"
+}
+stop() { kill -9 "$PID"; wait "$PID" 2>/dev/null || true; }
+
+# The keys that link the first COUNT links of a puzzle's path (all of them when COUNT is
+# left out), one a line, from its code and its lattice width in cells.
+path_keys() {
+  local cells path a b i
+  cells="$("$BIN_DIR/tallyon-gen" --decode "$1" --json | grep -o '"List2":\[[0-9,]*\]' | sed 's/.*\[//; s/\]//')"
+  IFS=, read -r -a path <<< "$cells"
+  for ((i = 2; i < ${#path[@]} && i <= 2 * ${3:-${#path[@]}}; i += 2)); do
+    a=$((path[i - 2] - 1)) b=$((path[i] - 1))
+    if ((b % $2 > a % $2)); then echo shift+Right
+    elif ((b % $2 < a % $2)); then echo shift+Left
+    elif ((b > a)); then echo shift+Down
+    else echo shift+Up; fi
+  done
+}

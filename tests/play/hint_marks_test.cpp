@@ -22,15 +22,6 @@ using Kind = CanvasOp::Kind;
 
 constexpr const char* kSolvedWords = "Your links are the whole path: nothing is left to find";
 
-struct TickingClock {
-    TickingClock()
-    {
-        SetClockSource([this] { return now += 7919; });
-    }
-    ~TickingClock() { SetClockSource(nullptr); }
-    std::uint64_t now = 3;
-};
-
 // The lattice cell whose centre lies at a point of the picture, if any.
 std::optional<CellAt> CellAtPoint(const Board& b, int x, int y)
 {

@@ -216,14 +216,7 @@ TEST_F(Moves, RecordsThatDoNotFitAreRemovedWithoutHarm)
 // link just redone is joined both ways, so that a right click takes it away.
 TEST(MoveSequences, KeepFlagsLinksAndDrawingInStep)
 {
-    struct TickingClock {
-        TickingClock()
-        {
-            SetClockSource([this] { return now += 7919; });
-        }
-        ~TickingClock() { SetClockSource(nullptr); }
-        std::uint64_t now = 1;
-    } clock;
+    TickingClock clock;
     for (int size = 4; size <= 10; ++size) {
         Board board;
         MakeRowPuzzle(board, size);

@@ -9,6 +9,7 @@
 #include "play/play_host.h"
 #include "play/play_text.h"
 #include "play/verify.h"
+#include "tests/core/test_support.h"
 #include "tests/support/recording_canvas.h"
 
 #include <memory>
@@ -16,6 +17,8 @@
 #include <vector>
 
 namespace tallyon::test {
+
+using tallyon::testing::TickingClock;
 
 inline constexpr int kPictureWidth = 8400;
 

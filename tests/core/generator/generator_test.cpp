@@ -6,8 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <set>
-#include <string>
 
 namespace tallyon {
 namespace {
@@ -57,36 +55,6 @@ void CheckPath(const Board& b, int side, const std::vector<int>& cells)
     }
 }
 
-// Two shares, in percent, that say whether validity gives the path away: of the off-path
-// links, those that are valid; and of the path nodes, End aside, those with a valid link that
-// leaves the path (the choice a player meets on the way).
-std::pair<int, int> DecoyShares(const Board& b, const std::vector<int>& cells)
-{
-    const std::set<int> path(cells.begin(), cells.end());
-    const auto offPath = [&](Node n, Node m) {
-        return m.row >= 1 && m.col >= 1 && m.row <= b.BoardSpan && m.col <= b.BoardSpan &&
-               !path.count(b.CellNo((n.row + m.row) / 2, (n.col + m.col) / 2));
-    };
-    int valid = 0, all = 0, withRoad = 0;
-    for (int r = 1; r <= b.BoardSpan; r += 2)
-        for (int c = 1; c <= b.BoardSpan; c += 2)
-            for (const Node m : {Node{r, c + 2}, Node{r + 2, c}})
-                if (offPath({r, c}, m)) {
-                    ++all;
-                    valid += ValidLinkBetween(b, {r, c}, m) ? 1 : 0;
-                }
-    for (std::size_t i = 0; i + 1 < cells.size(); i += 2) {
-        const Node n{b.CellRow[cells[i]], b.CellCol[cells[i]]};
-        bool road = false;
-        for (const Node m :
-             {Node{n.row, n.col + 2}, Node{n.row, n.col - 2}, Node{n.row + 2, n.col}, Node{n.row - 2, n.col}})
-            road = road || (offPath(n, m) && ValidLinkBetween(b, n, m));
-        withRoad += road ? 1 : 0;
-    }
-    EXPECT_GT(2 * valid, all) << "most links off the path are valid in every puzzle";
-    return {100 * valid / all, static_cast<int>(200 * withRoad / (cells.size() - 1))};
-}
-
 // The path's links between its nodes.
 LinkGraph PathLinks(const Board& b, const std::vector<int>& cells)
 {
@@ -105,7 +73,7 @@ TEST_P(BuiltPuzzles, HaveTheirPropertiesAndOneChainFromStartToEnd)
     // A clock that repeats, so that the averages below are the same on every run.
     TickingClock clock;
     auto board = FreshBoard(size);
-    int valid = 0, sideRoads = 0, builds = 0;
+    int builds = 0;
     for (int side : {kSideLeft, kSideTop})
         for (int i = 0; i < PuzzlesPerCase(); ++i) {
             const PuzzleStats stats = BuildPuzzle(*board, side, 8400);
@@ -130,41 +98,15 @@ TEST_P(BuiltPuzzles, HaveTheirPropertiesAndOneChainFromStartToEnd)
             builds += stats.Builds;
             ASSERT_TRUE(ToLinkGraph(stats.Grading.known.forced, size + 1).right == PathLinks(*board, cells).right &&
                         ToLinkGraph(stats.Grading.known.forced, size + 1).down == PathLinks(*board, cells).down);
-            const auto [validShare, sideRoadShare] = DecoyShares(*board, cells);
-            valid += validShare;
-            sideRoads += sideRoadShare;
         }
-    // Averaged over the puzzles: most off-path links valid, and most path nodes with a side
-    // road. The 6x6 boards fall short of most: their long paths leave the fewest free nodes.
     const int puzzles = 2 * PuzzlesPerCase();
     // A puzzle is built again when its path leaves too few links off it that can be valid
     // (most must be) or the grader cannot solve it: a tight path on the middle sizes, now and
     // then, never most of the time.
     EXPECT_LE(builds, puzzles + puzzles / 3);
-    EXPECT_GE(valid / puzzles, size == 6 ? 48 : 53);
-    EXPECT_GE(sideRoads / puzzles, size == 6 ? 50 : 52);
 }
 
 INSTANTIATE_TEST_SUITE_P(GridSizes, BuiltPuzzles, ::testing::Range(4, 11));
-
-// The distinct paths of puzzles laid from the left under a clock that repeats every run.
-std::set<std::string> PathsUnderTickingClock(int size, int puzzles)
-{
-    TickingClock clock;
-    auto board = FreshBoard(size);
-    std::set<std::string> paths;
-    for (int i = 0; i < puzzles; ++i) {
-        BuildPuzzle(*board, kSideLeft, 8400);
-        paths.insert(board->PathList);
-    }
-    return paths;
-}
-
-TEST(BuildPuzzle, SmallBoardsVaryTheirPaths)
-{
-    EXPECT_GE(PathsUnderTickingClock(4, 200).size(), 10u);
-    EXPECT_GE(PathsUnderTickingClock(5, 200).size(), 30u);
-}
 
 TEST(BuildPuzzle, DecoyStagesLeaveThePathDigitsAlone)
 {

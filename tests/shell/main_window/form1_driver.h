@@ -3,6 +3,7 @@
 
 #include "core/board/board.h"
 #include "core/board/link_rule.h"
+#include "core/codes/puzzle_code.h"
 #include "core/generator/generator.h"
 #include "play/verify.h"
 #include "shell/main_window/form1.h"
@@ -38,6 +39,15 @@ struct ConfigBytes {
 // A generator that can no longer make a puzzle gives up after this many builds, so that a test
 // that starts a new puzzle fails instead of waiting for it without end.
 inline constexpr int kWindowTestBuildBound = 40;
+
+// The code of a puzzle built afresh at a size, laid from a side.
+inline std::string MadeCode(int size, int side)
+{
+    Board board;
+    board.GridSize = size;
+    BuildPuzzle(board, side, 8400);
+    return EncodePuzzleCode(board);
+}
 
 struct Form1Fixture {
     explicit Form1Fixture(const QString& scheme = "xp.col") : Form1Fixture(ConfigBytes{ConfigFor(scheme)}) {}

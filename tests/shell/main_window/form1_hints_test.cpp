@@ -15,14 +15,6 @@ using namespace tallyon::testing;
 
 namespace {
 
-std::string MadeCode(int size, int side)
-{
-    Board board;
-    board.GridSize = size;
-    BuildPuzzle(board, side, 8400);
-    return EncodePuzzleCode(board);
-}
-
 // The pixels of two pictures that differ, as a rectangle around them.
 QRect Differing(const QImage& a, const QImage& b)
 {

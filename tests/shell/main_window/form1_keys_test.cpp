@@ -29,14 +29,6 @@ Qt::Key ArrowBetween(const Board& b, int from, int to)
     return b.CellRow[to] > b.CellRow[from] ? Qt::Key_Down : Qt::Key_Up;
 }
 
-std::string MadeCode(int size, int side)
-{
-    Board board;
-    board.GridSize = size;
-    BuildPuzzle(board, side, 8400);
-    return EncodePuzzleCode(board);
-}
-
 } // namespace
 
 class Form1KeysTest : public QObject {
