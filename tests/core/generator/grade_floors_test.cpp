@@ -165,8 +165,7 @@ TEST_P(GradeFloors, HoldAtEverySize)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Grades, GradeFloors,
-                         ::testing::Values(std::nullopt, Grade::Easy, Grade::Medium, Grade::Hard),
+INSTANTIATE_TEST_SUITE_P(Grades, GradeFloors, ::testing::Values(std::nullopt, Grade::Easy, Grade::Medium, Grade::Hard),
                          [](const auto& info) { return std::string(info.param ? GradeName(*info.param) : "Any"); });
 
 } // namespace
