@@ -194,10 +194,9 @@ class DecoyFloors : public ::testing::TestWithParam<SizeFloors> {};
 
 // Every puzzle of the sample is where the balancer, given the floors above, stops: it would
 // neither open nor close a link there, and no close the floors allow brings the counts closer.
-// The valid floor binds: many puzzles stop exactly
-// at it, more than one link under it (those start under it, and the balancer only opens
-// links there). Over the sample, a node's count of valid links says little of whether it is on
-// the path.
+// The valid floor binds: many puzzles stop exactly at it, more than one link under it (those
+// start under it, and the balancer only opens links there). Over the sample, a node's count of
+// valid links says little of whether it is on the path.
 TEST_P(DecoyFloors, HoldInEveryBuiltPuzzle)
 {
     const SizeFloors f = GetParam();

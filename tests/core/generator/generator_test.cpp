@@ -70,7 +70,7 @@ class BuiltPuzzles : public ::testing::TestWithParam<int> {};
 TEST_P(BuiltPuzzles, HaveTheirPropertiesAndOneChainFromStartToEnd)
 {
     const int size = GetParam();
-    // A clock that repeats, so that the averages below are the same on every run.
+    // A clock that repeats, so that the count of builds below is the same on every run.
     TickingClock clock;
     auto board = FreshBoard(size);
     int builds = 0;

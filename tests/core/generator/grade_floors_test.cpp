@@ -22,8 +22,8 @@ using namespace testing;
 
 // Per size, 4x4 to 10x10: the puzzles sampled (more on small boards, where a node with four
 // valid links is rare and its share on the path moves most), the largest spread of the path's
-// share among nodes with 2, 3 and 4 valid links for no grade, Easy, Medium and Hard, and the least
-// median share of path nodes with a side road.
+// share among nodes with 2, 3 and 4 valid links for no grade, Easy, Medium and Hard, and the
+// least median share of path nodes with a side road.
 //
 // The spread is 0.20 up to 6x6 and 0.12 above, but for three cells the grade's own reasoning
 // sets: Medium on 4x4 needs two neighbouring path nodes that each hold a pocket, and on 25
