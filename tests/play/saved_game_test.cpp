@@ -16,7 +16,6 @@
 namespace tallyon::test {
 namespace {
 
-// A clock that moves on by a fixed step at every reading, so that a run repeats exactly.
 // Plays a game that leaves every part of the file something to hold: links made and removed
 // at random, an undo of a removal (which leaves one NodeLinks entry of a pair), redo and undo,
 // marks toggled from the keyboard, hints shown and a grade chosen.
