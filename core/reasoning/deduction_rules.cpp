@@ -9,6 +9,20 @@ namespace tallyon {
 
 using namespace deduction_support;
 
+void ReasoningSteps::AddNodeDeductions(Rule rule, NodeSet nodes, bool forces, const Knowledge& k, Sink& sink) const
+{
+    const auto add = [&](NodeSet about) {
+        const LinkSet links = LinksAt(about) & Undecided(k);
+        sink.Add(rule, about, 0, forces ? LinkSet{} : links, forces ? links : LinkSet{});
+    };
+    if (!sink.Listing()) {
+        add(nodes);
+        return;
+    }
+    for (NodeSet rest = nodes; rest; rest &= rest - 1)
+        add(rest & (~rest + 1));
+}
+
 // Step 1: a node that is neither Start nor End, with one possible link left, cannot be passed
 // through. (One with none has nothing left to drop.)
 bool ReasoningSteps::DeadEnds(const Knowledge& k, Sink& sink) const
@@ -17,14 +31,7 @@ bool ReasoningSteps::DeadEnds(const Knowledge& k, Sink& sink) const
     const NodeSet dead = nodes_ & ~ends_ & open.one & ~open.two;
     if (dead & OnPath(k))
         return false;
-    if (!sink.Listing()) {
-        sink.Add(Rule::DeadEnd, dead, 0, LinksAt(dead) & Undecided(k), {});
-        return true;
-    }
-    for (NodeSet rest = dead; rest; rest &= rest - 1) {
-        const NodeSet node = rest & (~rest + 1);
-        sink.Add(Rule::DeadEnd, node, 0, LinksAt(node) & Undecided(k), {});
-    }
+    AddNodeDeductions(Rule::DeadEnd, dead, false, k, sink);
     return true;
 }
 
@@ -35,14 +42,7 @@ bool ReasoningSteps::TakeLinks(const Knowledge& k, Sink& sink) const
     const Degrees open = CountAt(k.possible, side_), forced = CountAt(k.forced, side_);
     const NodeSet inner = (keys_ | forced.one) & ~ends_;
     const NodeSet fill = (inner & open.two & ~open.three & ~forced.two) | (ends_ & open.one & ~open.two & ~forced.one);
-    if (!sink.Listing()) {
-        sink.Add(Rule::TakeLinks, fill, 0, {}, LinksAt(fill) & Undecided(k));
-        return true;
-    }
-    for (NodeSet rest = fill; rest; rest &= rest - 1) {
-        const NodeSet node = rest & (~rest + 1);
-        sink.Add(Rule::TakeLinks, node, 0, {}, LinksAt(node) & Undecided(k));
-    }
+    AddNodeDeductions(Rule::TakeLinks, fill, true, k, sink);
     return true;
 }
 
@@ -51,14 +51,7 @@ bool ReasoningSteps::DropRest(const Knowledge& k, Sink& sink) const
 {
     const Degrees forced = CountAt(k.forced, side_);
     const NodeSet full = (forced.two & ~ends_) | (ends_ & forced.one);
-    if (!sink.Listing()) {
-        sink.Add(Rule::DropRest, full, 0, LinksAt(full) & Undecided(k), {});
-        return true;
-    }
-    for (NodeSet rest = full; rest; rest &= rest - 1) {
-        const NodeSet node = rest & (~rest + 1);
-        sink.Add(Rule::DropRest, node, 0, LinksAt(node) & Undecided(k), {});
-    }
+    AddNodeDeductions(Rule::DropRest, full, false, k, sink);
     return true;
 }
 

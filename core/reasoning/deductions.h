@@ -155,6 +155,9 @@ private:
     // Receives deductions as a rule finds them; with `whole`, one per rule on the whole board.
     class Sink;
 
+    // Gives `sink` the deduction of `rule` about `nodes`: their undecided links dropped, or
+    // forced with `forces`; one deduction for them all, or one a node where the sink lists them.
+    void AddNodeDeductions(Rule rule, NodeSet nodes, bool forces, const Knowledge& k, Sink& sink) const;
     bool DeadEnds(const Knowledge& k, Sink& sink) const;
     bool Pockets(const Knowledge& k, Sink& sink) const;
     bool TakeLinks(const Knowledge& k, Sink& sink) const;
